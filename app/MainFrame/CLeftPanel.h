@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <map>
+
+#include "CXMLWnd.h"
+#include "FrameMessages.h"
+
+class CSectionPanel;
+class CToolPanel;
+class ToolHost;
+class ToolTable;
+
+// The left column: a page for each section, and in them the tools' panels. Pages keep their controls while hidden.
+class CLeftPanel : public CXMLWnd {
+    Q_OBJECT
+
+  public:
+    CLeftPanel(QWidget* parent, const ToolTable& tools, ToolHost& host);
+
+    // Shows a section's page; `reset` takes its tabs back to the first.
+    void ShowSection(int section, bool reset);
+    // Shows the tab of a tool, without switching to it.
+    void ShowTool(int tool);
+    // The panel of a tool; null for one without a panel.
+    CToolPanel* Panel(int tool) const;
+    // Hands a message to the panel of the tool; without one it is dropped.
+    void Deliver(int tool, const FrameMessage& message);
+
+  protected:
+    QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override;
+
+  private:
+    void MakeToolPanels();
+
+    const ToolTable& m_tools;
+    ToolHost& m_host;
+    std::map<int, CToolPanel*> m_panels;
+    std::map<int, CSectionPanel*> m_sections;
+};

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "CXMLWnd.h"
+
+class ToolHost;
+class ToolTable;
+
+// A tab of a section's panel: its button, its page, the tools behind it (the first is the one that the tab enters) and
+// the click code that it counts.
+struct SectionTab {
+    QString button;
+    int page = 0;
+    std::vector<int> tools;
+    QString clickCode;
+};
+
+// Base of the left column's section panels: a row of tabs over a stack of pages. A tab leaves the present tool, shows
+// its page and enters its tool; a tab whose tools this version does not have is disabled and says so.
+class CSectionPanel : public CXMLWnd {
+    Q_OBJECT
+
+  public:
+    // Back to the first tab, without entering a tool.
+    void ResetTabs();
+    // Shows the tab that holds `tool`; nothing when none does.
+    void ShowTool(int tool);
+
+  protected:
+    CSectionPanel(QWidget* parent, const ToolTable& tools, ToolHost& host)
+        : CXMLWnd(parent), m_tools(tools), m_host(host) {}
+
+    // Loads the skin; `stack` is the name of its QStackedWidget.
+    void Build(const QString& skin, const QString& stack, std::vector<SectionTab> tabs);
+    void OnNotify(const Notify& notify) override;
+
+    const ToolTable& m_tools;
+    ToolHost& m_host;
+
+  private:
+    void Enter(const SectionTab& tab);
+    void ShowPage(const SectionTab& tab);
+    int FirstBuilt(const SectionTab& tab) const;
+
+    std::vector<SectionTab> m_tabs;
+    QString m_stack;
+};

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Saving, and the question that guards what would be lost: by the open button, a drop, a paste, and closing.
+#include "CBaseWnd.h"
+#include "ClickCount.h"
+#include "CMainFrameWnd.h"
+#include "CMaskWnd.h"
+#include "Companions.h"
+#include "CSaveMessageBox.h"
+#include "CSaveWnd.h"
+
+CMainFrameWnd::FirstStep CMainFrameWnd::AskBeforeLosing() {
+    if (m_pMidWnd->IsSafeToDiscard()) return FirstStep::None;
+    const int result = WhileModal([this] { return AskSaveFirst(this); });
+    if (result == ResultYes) return FirstStep::Save;
+    return result == ResultNo ? FirstStep::None : FirstStep::Stop;
+}
+
+// "Save" ends the request: the user sees the save window, and asks again afterwards for what was to be opened.
+void CMainFrameWnd::ReplacePicture(const std::function<void()>& open) {
+    switch (AskBeforeLosing()) {
+        case FirstStep::Save:
+            RunSaveCommand();
+            return;
+        case FirstStep::None:
+            open();
+            return;
+        case FirstStep::Stop:
+            return;
+    }
+}
+
+bool CMainFrameWnd::MayClose() {
+    if (m_pMidWnd->IsBusy()) return false;
+    // A picture that is being shared is not taken away under the sharing window.
+    if (RaiseOpenCompanion()) return false;
+    switch (AskBeforeLosing()) {
+        case FirstStep::Save:
+            return SaveShown(AfterSave::CloseWindow);
+        case FirstStep::None:
+            return true;
+        case FirstStep::Stop:
+            break;
+    }
+    return false;
+}
+
+bool CMainFrameWnd::RunSaveCommand() {
+    return SaveShown(AfterSave::ShowPage);
+}
+
+bool CMainFrameWnd::SaveShown(AfterSave after) {
+    CountClick(QStringLiteral("8880502"));
+    CBaseWnd* canvas = m_pMidWnd->Canvas();
+    if (!canvas || m_pMidWnd->IsBusy()) return false;
+    m_pMidWnd->SetCompareMode(0);
+    // The full pass may take a moment on a large picture, so it runs as a task.
+    Bitmap picture;
+    m_pMidWnd->RunTask([&](CObjProgress&) { picture = canvas->GetShowBitmap(); });
+    return picture && ShowSaveWindow(picture, after);
+}
+
+bool CMainFrameWnd::ShowSaveWindow(const Bitmap& picture, AfterSave after) {
+    SaveRequest request;
+    request.sourcePath = m_pMidWnd->HeldPath();
+    request.picture = picture;
+    request.file = &m_pMidWnd->File();
+    request.afterSave = after;
+    request.saved = [this](const QString&) { m_pMidWnd->NoteSaved(); };
+    request.openAnother = [this](QWidget* owner) { return OpenFromSaveWindow(owner); };
+    bool written = false;
+    WhileModal([&] {
+        written = RunSaveWindow(this, request).written;
+        return 0;
+    });
+    return written;
+}
+
+// The save window is still up and counts as busy; the picture was just written, so nothing is lost.
+bool CMainFrameWnd::OpenFromSaveWindow(QWidget* owner) {
+    const QString path = AskForFile(owner);
+    if (path.isEmpty()) return false;
+    m_pMidWnd->SetModal(false);
+    const bool opened = OpenFile(path);
+    m_pMidWnd->SetModal(true);
+    return opened;
+}
+
+CMaskWnd& CMainFrameWnd::Mask() {
+    if (!m_pMaskWnd) m_pMaskWnd = new CMaskWnd(this);
+    return *m_pMaskWnd;
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ToolTable.h"
+
+#include <algorithm>
+
+#include "AdjustWnd.h"
+#include "BasePanelAdjust.h"
+
+const ToolRow* ToolTable::Row(int number) const {
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [=](const ToolRow& r) { return r.number == number; });
+    return row == m_rows.end() ? nullptr : &*row;
+}
+
+ToolTable BuiltInTools() {
+    return ToolTable({
+        {1, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CAdjustWnd(host, parent); },
+         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CBasePanelAdjust(host, parent); },
+         QStringLiteral("AdjustLayout")},
+    });
+}

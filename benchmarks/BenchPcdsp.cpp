@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <iterator>
+
+#include "Bench.h"
+#include "PC_Dsp.h"
+
+namespace {
+
+// Runs work(pixels, width, height) on a fresh copy each time and reports it against one copy.
+template <class Work>
+void Report(BenchReport& report, const char* name, Work work) {
+    for (const BenchSize& size : BenchSizes) {
+        const Bitmap& source = BenchPicture(size);
+        Bitmap picture = source.Clone();
+        const auto restore = [&] { std::copy_n(source.Pixels(), source.ByteCount(), picture.MutablePixels()); };
+        const double ms = MedianMs(
+            15, [&] { work(picture.MutablePixels(), picture.Width(), picture.Height()); }, restore);
+        report.Add(name, size.Megapixels(), ms, "copy", CopyMs(size));
+    }
+}
+
+template <class Make>
+void ReportMaking(BenchReport& report, const char* name, Make make) {
+    for (const BenchSize& size : BenchSizes) {
+        const Bitmap& source = BenchPicture(size);
+        report.Add(name, size.Megapixels(), MedianMs(15, [&] { make(source); }), "copy", CopyMs(size));
+    }
+}
+
+void ReportScene(BenchReport& report, const char* name, eScenarioType type) {
+    Report(report, name, [type](unsigned char* pixels, int w, int h) {
+        PC_Dsp::ScenarioBeauty(pixels, w, h, 4 * w, type, nullptr, 0, 100);
+    });
+}
+
+}  // namespace
+
+static const BenchCase basic("adjust.basic", [](BenchReport& report) {
+    Report(report, "adjust.basic", [](unsigned char* pixels, int w, int h) {
+        const PointOp ops[] = {
+            {PointOp::Kind::LightNew, 3}, {PointOp::Kind::Light, 20}, {PointOp::Kind::Saturateconst, 25, 1}};
+        PC_Dsp::ApplyPointOps(pixels, w, h, ops, static_cast<int>(std::size(ops)), nullptr, 0, 100);
+    });
+});
+
+static const BenchCase advanced("adjust.advanced", [](BenchReport& report) {
+    Report(report, "adjust.advanced", [](unsigned char* pixels, int w, int h) {
+        const PointOp ops[] = {
+            {PointOp::Kind::ExposureFilter, 3.2f}, {PointOp::Kind::SetHue, 12}, {PointOp::Kind::SetColor, 20, -10, 5}};
+        PC_Dsp::ApplyPointOps(pixels, w, h, ops, static_cast<int>(std::size(ops)), nullptr, 0, 100);
+    });
+});
+
+static const BenchCase usm("adjust.usm", [](BenchReport& report) {
+    Report(report, "adjust.usm",
+           [](unsigned char* pixels, int w, int h) { PC_Dsp::UsmSharp(pixels, w, h, 1.1f, 1.2f, nullptr, 0, 100); });
+});
+
+static const BenchCase scene1("adjust.scene.1",
+                              [](BenchReport& r) { ReportScene(r, "adjust.scene.1", ScenarioScenery); });
+static const BenchCase scene2("adjust.scene.2",
+                              [](BenchReport& r) { ReportScene(r, "adjust.scene.2", ScenarioPortrait); });
+static const BenchCase scene3("adjust.scene.3",
+                              [](BenchReport& r) { ReportScene(r, "adjust.scene.3", ScenarioObjects); });
+static const BenchCase scene4("adjust.scene.4", [](BenchReport& r) { ReportScene(r, "adjust.scene.4", ScenarioFood); });
+
+static const BenchCase resample("resample.2000", [](BenchReport& report) {
+    ReportMaking(report, "resample.2000",
+                 [](const Bitmap& source) { PC_Dsp::Resample(source, 2000, source.Height() * 2000 / source.Width()); });
+});
+
+static const BenchCase view("resample.view", [](BenchReport& report) {
+    ReportMaking(report, "resample.view", [](const Bitmap& source) {
+        static Bitmap target = Bitmap::Uninitialised(1500, 1000);
+        PC_Dsp::ResampleRect(source, 0, 0, source.Width(), source.Height(), target, ResampleQuality::Best);
+    });
+});
+
+static const BenchCase rotate("rotate.quarter", [](BenchReport& report) {
+    ReportMaking(report, "rotate.quarter", [](const Bitmap& source) {
+        Bitmap turned = source;
+        PC_Dsp::SingleRotate(turned, Rotate90FlipNone);
+    });
+});

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CDlgProgressCtrl.h"
+
+#include <algorithm>
+#include <QtCore/QCoreApplication>
+#include <QtGui/QBitmap>
+#include <QtGui/QCloseEvent>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QScreen>
+
+#include "AppPaths.h"
+#include "Language.h"
+#include "Messages.h"
+#include "Style.h"
+
+namespace {
+
+constexpr QPoint SpinnerAt(10, 14), PercentAt(44, 22), TextAt(70, 22);
+constexpr int LineHeight = 16;
+constexpr int Corner = 10;
+// Of 255: the whole window lets a hint of what is below through.
+constexpr double WindowAlpha = 254.0 / 255.0;
+
+bool IsInput(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::InputMethod:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TouchCancel:
+        case QEvent::NativeGesture:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+        case QEvent::Close:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+CDlgProgressCtrl::CDlgProgressCtrl(QWidget* owner)
+    : QWidget(owner ? owner->window() : nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      m_background(ResourcePath(QStringLiteral("Images/Loading/login_bg.png"))),
+      m_spinner(ResourcePath(QStringLiteral("Images/Loading/loading.png"))) {
+    setObjectName(QStringLiteral("DlgProgressCtrl"));
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setFixedSize(Width, Height);
+    setWindowOpacity(WindowAlpha);
+    // Round also on a desktop that can't mix windows.
+    QBitmap shape(size());
+    shape.fill(Qt::color0);
+    QPainter painter(&shape);
+    painter.setBrush(Qt::color1);
+    painter.drawRoundedRect(rect(), Corner, Corner);
+    painter.end();
+    setMask(shape);
+    m_timer.setInterval(TickTime);
+    connect(&m_timer, &QTimer::timeout, this, &CDlgProgressCtrl::Tick);
+    m_appear.setInterval(VisibleAfter);
+    m_appear.setSingleShot(true);
+    connect(&m_appear, &QTimer::timeout, this, &CDlgProgressCtrl::Appear);
+}
+
+CDlgProgressCtrl::~CDlgProgressCtrl() {
+    QCoreApplication::instance()->removeEventFilter(this);
+}
+
+void CDlgProgressCtrl::Reset() {
+    AssertMainThread();
+    m_nPercent = NoPercent;
+    m_strText.clear();
+    m_nSpinner = 0;
+    m_timer.start();
+    m_appear.start();
+    update();
+}
+
+void CDlgProgressCtrl::Appear() {
+    QRect around = QGuiApplication::primaryScreen()->availableGeometry();
+    if (parentWidget() && parentWidget()->isVisible()) around = parentWidget()->frameGeometry();
+    move(around.center() - rect().center());
+    show();
+    raise();
+}
+
+void CDlgProgressCtrl::Tick() {
+    m_nSpinner = (m_nSpinner + FrameSide) % StripWidth;
+    update();
+}
+
+void CDlgProgressCtrl::SetPercent(int percent) {
+    AssertMainThread();
+    m_nPercent = percent;
+    update();
+}
+
+void CDlgProgressCtrl::SetText(const QString& text) {
+    AssertMainThread();
+    // A text that was on its way when the user cancelled does not take the answer away.
+    if (IsCancelled() && m_strText == u"esc") return;
+    m_strText = text;
+    setAccessibleName(text);
+    update();
+}
+
+void CDlgProgressCtrl::Hide() {
+    AssertMainThread();
+    m_timer.stop();
+    m_appear.stop();
+    hide();
+}
+
+void CDlgProgressCtrl::RunModal() {
+    QEventLoop loop;
+    m_loop = &loop;
+    QCoreApplication::instance()->installEventFilter(this);
+    SetReady(true);
+    loop.exec();
+    SetReady(false);
+    QCoreApplication::instance()->removeEventFilter(this);
+    m_loop = nullptr;
+}
+
+void CDlgProgressCtrl::CloseModal() {
+    if (m_loop) m_loop->quit();
+}
+
+void CDlgProgressCtrl::Cancel() {
+    if (!m_bShowBar) return;
+    RequestCancel();
+    SetText(QStringLiteral("esc"));
+}
+
+bool CDlgProgressCtrl::eventFilter(QObject* object, QEvent* event) {
+    if (!m_loop || !IsInput(event->type())) return QWidget::eventFilter(object, event);
+    const bool press = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (press && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) Cancel();
+    if (event->type() == QEvent::Close && object == this) Cancel();
+    // Refused and not merely unseen: an accepted close or drop would go ahead.
+    event->ignore();
+    return true;
+}
+
+void CDlgProgressCtrl::closeEvent(QCloseEvent* event) {
+    event->ignore();
+}
+
+void CDlgProgressCtrl::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (m_background.isNull()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(32, 38, 46, 236));
+        painter.drawRoundedRect(rect(), Corner, Corner);
+    } else {
+        painter.drawPixmap(rect(), m_background);
+    }
+    PaintSpinner(painter);
+    PaintLine(painter);
+}
+
+void CDlgProgressCtrl::PaintSpinner(QPainter& painter) const {
+    const QRectF place(SpinnerAt, QSizeF(FrameSide, FrameSide));
+    if (!m_spinner.isNull()) {
+        const double ratio = m_spinner.devicePixelRatio();
+        painter.drawPixmap(place, m_spinner, QRectF(m_nSpinner * ratio, 0, FrameSide * ratio, FrameSide * ratio));
+        return;
+    }
+    painter.setPen(QPen(Style::Accent, 3, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(place.adjusted(3, 3, -3, -3), -m_nSpinner * 360 * 16 / StripWidth, 270 * 16);
+}
+
+void CDlgProgressCtrl::PaintLine(QPainter& painter) const {
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(12);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    int textX = TextAt.x();
+    if (m_bShowBar && m_nPercent != NoPercent) {
+        const QString percent = QStringLiteral("%1%").arg(m_nPercent);
+        painter.drawText(QRect(PercentAt, QSize(Width, LineHeight)), Qt::AlignLeft | Qt::AlignTop, percent);
+        textX = std::max(textX, PercentAt.x() + painter.fontMetrics().horizontalAdvance(percent) + 6);
+        const QRectF track(PercentAt.x(), 56, Width - PercentAt.x() - 24, 3);
+        painter.fillRect(track, QColor(255, 255, 255, 50));
+        painter.fillRect(QRectF(track.topLeft(), QSizeF(track.width() * m_nPercent / 100.0, track.height())),
+                         Style::Accent);
+    }
+    const QString text = m_strText.isEmpty() ? LanguageText(QStringLiteral("ids_progress_1")) : m_strText;
+    const QRect place(QPoint(textX, TextAt.y()), QSize(Width - textX - 12, LineHeight));
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignTop,
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QWidget>
+
+#include "ProgressWindow.h"
+
+// Progress window of a task: a small dark window over the program's window with a spinner, a percentage and a text. It
+// exists from Reset on, but shows only when the task outlasts VisibleAfter, so that quick tasks do not flash.
+//
+// While its modal loop runs, all input to the program is swallowed, also before the window shows: no click of that time
+// reaches anything later. Esc asks the work to stop. Main thread only.
+class CDlgProgressCtrl : public QWidget, public ProgressWindow {
+    Q_OBJECT
+
+  public:
+    // Logical pixels and milliseconds.
+    static constexpr int Width = 300, Height = 100;
+    static constexpr int FrameSide = 27, StripWidth = 297;
+    static constexpr int TickTime = 100, VisibleAfter = 150;
+
+    // Stands over the middle of `owner`'s window; null: of the screen.
+    explicit CDlgProgressCtrl(QWidget* owner);
+    ~CDlgProgressCtrl() override;
+
+    void Reset() override;
+    void SetPercent(int percent) override;
+    void SetText(const QString& text) override;
+    void Hide() override;
+    void RunModal() override;
+    void CloseModal() override;
+
+    int Percent() const { return m_nPercent; }
+    const QString& Text() const { return m_strText; }
+    // Offset of the spinner's frame in its strip.
+    int Spinner() const { return m_nSpinner; }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void Appear();
+    void Tick();
+    void Cancel();
+    void PaintSpinner(QPainter& painter) const;
+    void PaintLine(QPainter& painter) const;
+
+    int m_nPercent = NoPercent;
+    QString m_strText;
+    bool m_bShowBar = true;
+    int m_nSpinner = 0;
+    QPixmap m_background;
+    QPixmap m_spinner;
+    QTimer m_timer;
+    QTimer m_appear;
+    QEventLoop* m_loop = nullptr;
+};

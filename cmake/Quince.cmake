@@ -1,0 +1,71 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# The one way a target of this project is made: a folder is a target, its own folder is its include directory, and what
+# it may include is what it links, so that an upward include does not compile.
+
+if(QUINCE_SANITIZE)
+    add_compile_options(-fsanitize=${QUINCE_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${QUINCE_SANITIZE})
+    if(QUINCE_SANITIZE MATCHES "undefined")
+        # Qt 6.4's plugin loader hands function pointers over a C boundary; vptr needs RTTI of Qt's hidden classes.
+        add_compile_options(-fno-sanitize=vptr)
+    endif()
+endif()
+if(QUINCE_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr,function -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+add_library(quince_options INTERFACE)
+target_compile_options(quince_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wno-missing-field-initializers)
+target_compile_definitions(quince_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    $<$<CONFIG:Debug>:QUINCE_DEBUG>)
+
+# quince_library(name SOURCES files... [LINKS public targets...] [PRIVATE_LINKS targets...] [INCLUDES folders...]
+#                [WIDGETS])
+# WIDGETS turns on moc and the shared precompiled header of the window code.
+function(quince_library name)
+    cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;LINKS;PRIVATE_LINKS;INCLUDES" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    foreach(folder IN LISTS ARG_INCLUDES)
+        target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
+    endforeach()
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE quince_options ${ARG_PRIVATE_LINKS})
+    if(ARG_WIDGETS)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/PrecompiledWidgets.h)
+    endif()
+endfunction()
+
+# The tests labelled tsan and what they need beside them: all that a check for data races has to build.
+add_custom_target(quince_tsan_tests)
+
+# quince_test(name SOURCES files... LINKS targets... [GUI] [LABELS labels...] [TIMEOUT seconds])
+# One test program. GUI ones get a real window system (the test command starts a virtual one when there is none). The
+# label tsan is for those that run work on more than one thread.
+function(quince_test name)
+    cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    if(ARG_GUI)
+        target_link_libraries(${name} PRIVATE quince_test_gui_main)
+        set(kind gui)
+        # One at a time: windows of two programs would take the keyboard from each other.
+        set(alone RESOURCE_LOCK display)
+    else()
+        target_link_libraries(${name} PRIVATE quince_test_main)
+        set(kind unit)
+    endif()
+    target_link_libraries(${name} PRIVATE quince_options ${ARG_LINKS} GTest::gtest GTest::gmock)
+    target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/PrecompiledTest.h)
+    if("tsan" IN_LIST ARG_LABELS)
+        add_dependencies(quince_tsan_tests ${name})
+    endif()
+    add_test(NAME ${name} COMMAND ${name})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 600)
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS "${kind};${ARG_LABELS}" TIMEOUT ${ARG_TIMEOUT} ${alone})
+endfunction()

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PictureFuzz.h"
+
+// Any bytes as a snapshot file.
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    PictureFuzz::Snapshot(data, size);
+    return 0;
+}

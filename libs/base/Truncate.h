@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cmath>
+#include <limits>
+
+// The one place where a floating value becomes an integer: towards zero, never rounded. A value outside the range of
+// int is held at its end and NaN gives 0, where the plain cast would be undefined.
+constexpr int Truncate(double value) {
+    if (value != value) return 0;
+    if (value >= static_cast<double>(std::numeric_limits<int>::max())) return std::numeric_limits<int>::max();
+    if (value <= static_cast<double>(std::numeric_limits<int>::min())) return std::numeric_limits<int>::min();
+    return static_cast<int>(value);
+}
+
+// Truncate for the side of a picture, a view or a thumbnail, which is never below one pixel.
+constexpr int TruncateSide(double value) {
+    const int side = Truncate(value);
+    return side < 1 ? 1 : side;
+}

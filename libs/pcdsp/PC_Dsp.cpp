@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PC_Dsp.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "PointPlan.h"
+#include "Resampler.h"
+#include "Rotate.h"
+#include "Rows.h"
+#include "Scene.h"
+#include "UsmSharpen.h"
+
+namespace {
+
+bool Usable(const unsigned char* pixels, int width, int height) {
+    return pixels && Bitmap::Allowed(width, height);
+}
+
+// Whole numbers of any size, near enough for a float; every operation holds its own range.
+float Held(long value) {
+    return static_cast<float>(std::clamp(value, -1000000L, 1000000L));
+}
+
+PixelView ViewOf(const Bitmap& bitmap) {
+    return {bitmap.Pixels(), bitmap.Width(), bitmap.Height(), bitmap.Stride()};
+}
+
+ResampleFilter ViewFilter(double sourceLength, int length, ResampleQuality quality) {
+    if (sourceLength >= length) return ResampleFilter::Area;
+    return quality == ResampleQuality::Best ? ResampleFilter::Cubic : ResampleFilter::Linear;
+}
+
+ResampleFilter WholeFilter(int sourceLength, int length) {
+    if (sourceLength == length) return ResampleFilter::Area;
+    return sourceLength > length ? ResampleFilter::Smooth : ResampleFilter::Cubic;
+}
+
+}  // namespace
+
+int PC_Dsp::ApplyPointOps(unsigned char* pixels, int width, int height, const PointOp* ops, int count,
+                          CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height) || count < 0 || (count > 0 && !ops)) return 0;
+    PointPlan plan;
+    if (!plan.Add(ops, count)) return 0;
+    const ProgressSpan span{progress, start, end};
+    if (plan.IsNeutral()) {
+        if (!span.CanContinue()) return 0;
+        span.Report(1, 1);
+        return 1;
+    }
+    const std::vector<PointStage>& stages = plan.Stages();
+    const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    return RunRows(span, height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y)
+            Kernels().pointRow(pixels + y * stride, width, stages.data(), static_cast<int>(stages.size()));
+    });
+}
+
+int PC_Dsp::LightNew(unsigned char* pixels, int width, int height, long step, int mode, CObjProgress* progress,
+                     int start, int end) {
+    if (mode != 3) return 0;
+    const PointOp op{PointOp::Kind::LightNew, Held(step)};
+    return ApplyPointOps(pixels, width, height, &op, 1, progress, start, end);
+}
+
+int PC_Dsp::Light(unsigned char* pixels, int width, int height, long brightness, long contrast, CObjProgress* progress,
+                  int start, int end) {
+    const PointOp ops[] = {{PointOp::Kind::LightNew, Held(brightness) / 10.0f}, {PointOp::Kind::Light, Held(contrast)}};
+    return ApplyPointOps(pixels, width, height, ops, 2, progress, start, end);
+}
+
+int PC_Dsp::Saturateconst(unsigned char* pixels, int width, int height, long saturation, int protectSkin,
+                          CObjProgress* progress, int start, int end) {
+    const PointOp op{PointOp::Kind::Saturateconst, Held(saturation), protectSkin ? 1.0f : 0.0f};
+    return ApplyPointOps(pixels, width, height, &op, 1, progress, start, end);
+}
+
+int PC_Dsp::ExposureFilter(unsigned char* pixels, int width, int height, float value, CObjProgress* progress, int start,
+                           int end) {
+    const PointOp op{PointOp::Kind::ExposureFilter, value};
+    return ApplyPointOps(pixels, width, height, &op, 1, progress, start, end);
+}
+
+int PC_Dsp::SetHue(unsigned char* pixels, int width, int height, int degrees, CObjProgress* progress, int start,
+                   int end) {
+    const PointOp op{PointOp::Kind::SetHue, static_cast<float>(degrees % 360)};
+    return ApplyPointOps(pixels, width, height, &op, 1, progress, start, end);
+}
+
+int PC_Dsp::SetColor(unsigned char* pixels, int width, int height, int red, int green, int blue, CObjProgress* progress,
+                     int start, int end) {
+    const PointOp op{PointOp::Kind::SetColor, Held(red), Held(green), Held(blue)};
+    return ApplyPointOps(pixels, width, height, &op, 1, progress, start, end);
+}
+
+int PC_Dsp::UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount, CObjProgress* progress,
+                     int start, int end) {
+    if (!Usable(pixels, width, height) || !std::isfinite(radius) || std::isnan(amount) || radius <= 0.0f) return 0;
+    const ProgressSpan span{progress, start, end};
+    if (amount == 0.0f) {
+        if (!span.CanContinue()) return 0;
+        span.Report(1, 1);
+        return 1;
+    }
+    return UsmSharpen(pixels, width, height, radius, amount, span);
+}
+
+int PC_Dsp::ScenarioBeauty(unsigned char* pixels, int width, int height, int stride, eScenarioType type,
+                           CObjProgress* progress, int start, int end) {
+    const SceneRecipe* recipe = RecipeOf(type);
+    if (!Usable(pixels, width, height) || !recipe || stride < std::int64_t{4} * width) return 0;
+    return BeautifyScene(pixels, width, height, stride, *recipe, {progress, start, end});
+}
+
+Bitmap PC_Dsp::Resample(const Bitmap& source, int width, int height, CObjProgress* progress, int start, int end) {
+    if (!source || !Bitmap::Allowed(width, height)) return {};
+    const ProgressSpan span{progress, start, end};
+    if (width == source.Width() && height == source.Height()) {
+        span.Report(1, 1);
+        return source;
+    }
+    Bitmap out = Bitmap::Uninitialised(width, height);
+    const ResampleTaps columns(source.Width(), 0, source.Width(), width, WholeFilter(source.Width(), width));
+    const ResampleTaps rows(source.Height(), 0, source.Height(), height, WholeFilter(source.Height(), height));
+    return ResampleInto(ViewOf(source), columns, rows, out.MutablePixels(), span) ? out : Bitmap();
+}
+
+void PC_Dsp::ResampleRect(const Bitmap& source, double sx, double sy, double sw, double sh, Bitmap& target,
+                          ResampleQuality quality) {
+    if (!source || !target || !(sw > 0.0) || !(sh > 0.0) || !std::isfinite(sx + sy + sw + sh)) return;
+    const double far = 4.0 * Bitmap::MaxSide;
+    if (std::max({std::abs(sx), std::abs(sy), sw, sh}) > far) return;
+    const Bitmap kept = source;  // target may be the source itself
+    if (target.SharesPixelsWith(source)) target = Bitmap::Uninitialised(target.Width(), target.Height());
+    const ResampleTaps columns(kept.Width(), sx, sw, target.Width(), ViewFilter(sw, target.Width(), quality));
+    const ResampleTaps rows(kept.Height(), sy, sh, target.Height(), ViewFilter(sh, target.Height(), quality));
+    ResampleInto(ViewOf(kept), columns, rows, target.MutablePixels(), {});
+}
+
+int PC_Dsp::SingleRotate(Bitmap* bitmap, RotateFlipType type) {
+    if (!bitmap || !*bitmap || type < RotateNoneFlipNone || type > Rotate270FlipX) return 0;
+    *bitmap = Rotated(*bitmap, type);
+    return 1;
+}
+
+int PC_Dsp::SingleRotate(Bitmap& bitmap, RotateFlipType type) {
+    return SingleRotate(&bitmap, type);
+}
+
+Bitmap PC_Dsp::Clone(const Bitmap& source, int x, int y, int width, int height) {
+    const std::int64_t left = std::max(x, 0), top = std::max(y, 0);
+    const std::int64_t right = std::min<std::int64_t>(std::int64_t{x} + width, source.Width());
+    const std::int64_t bottom = std::min<std::int64_t>(std::int64_t{y} + height, source.Height());
+    if (width < 1 || height < 1 || right <= left || bottom <= top) return {};
+    Bitmap out = Bitmap::Uninitialised(static_cast<int>(right - left), static_cast<int>(bottom - top));
+    std::uint8_t* to = out.MutablePixels();
+    const std::ptrdiff_t stride = out.Stride();
+    ForEachBand(out.Height(), GrainOf(out.Width()), [&](int first, int last) {
+        for (int row = first; row < last; ++row)
+            std::copy_n(source.Row(static_cast<int>(top) + row) + 4 * left, stride, to + row * stride);
+    });
+    return out;
+}

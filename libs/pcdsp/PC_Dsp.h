@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Bitmap.h"
+#include "CObjProgress.h"
+#include "PcDspTypes.h"
+
+// Pixel work on whole pictures.
+//
+// Pixels are 32-bit straight-alpha ARGB (bytes blue, green, red, alpha), rows of 4 x width bytes without padding,
+// changed in place; alpha is never touched unless a call says so. Sizes from 1 x 1 to what Bitmap::Allowed allows. Any
+// thread may call, several at a time on different pixels; all cores are used, and the bytes of a result do not depend
+// on how many they are. Different instruction sets may differ by one level.
+//
+// Each call gives non-zero when it is done, and 0 when an argument is refused (nothing has changed) or when the sink
+// asked to stop: every row is then either finished or as it was. Progress goes from `start` to `end` percent on the
+// calling thread; a null sink is legal. Nothing is thrown but std::bad_alloc.
+//
+// A neutral value gives the same bytes. Values are gamma-coded sRGB levels unless "light" is said; luma and luminance
+// use the weights of ITU-R BT.709: 0.2126, 0.7152, 0.0722.
+class PC_Dsp {
+  public:
+    // --- Point operations: each pixel by itself
+    // -----------------------------------------------------------------------
+
+    // Several point operations in one pass over the pixels, in the order given, calculated in floating point and
+    // rounded once. The same as the single calls in a row up to their rounding: within 3 levels for three operations
+    // (each call's half level, raised by the slopes of those that follow). A neutral operation costs nothing. Refused
+    // when a number is infinite or none; numbers out of range are held at its ends.
+    static int ApplyPointOps(unsigned char* pixels, int width, int height, const PointOp* ops, int count,
+                             CObjProgress* progress, int start, int end);
+
+    // Brightness in steps: 0 neutral, -10 to 10, anything beyond held there. Mode 3, the only one: black and white stay
+    // where they are.
+    // Curve: y = k x / (1 + (k - 1) x) with k = 2^(0.14 step), a hyperbola (the bias function of Schlick 1994); slope k
+    // at black and 1/k at white, so that nothing clips. Ten steps move mid-grey from 128 to 185 or 71, one step by at
+    // most 7 levels. The curve is laid on the largest and smallest channel and the middle one keeps its place between
+    // them: the hue (of HSV) stays exactly.
+    static int LightNew(unsigned char* pixels, int width, int height, long step, int mode, CObjProgress* progress,
+                        int start, int end);
+
+    // Contrast about mid-grey (127.5): 0 neutral, -100 to 100, anything beyond held there.
+    // Above 0, with t from -1 at black to 1 at white: y = t sqrt((1 + s) / (1 + s t^2)), s = contrast / 40: an S that
+    // keeps black and white, slope at most 1.87 in the middle and never below 0.28, so that nothing clips. Below 0: t
+    // is multiplied by 1 + 0.006 contrast, down to 0.4. Hue stays as in LightNew. `brightness` in tenths of LightNew's
+    // steps is applied first; 0 for contrast alone.
+    static int Light(unsigned char* pixels, int width, int height, long brightness, long contrast,
+                     CObjProgress* progress, int start, int end);
+
+    // Colourfulness: 0 neutral, -100 grey, 100 at most twice the chroma; anything beyond held there.
+    // Luminance is kept in squared levels, near enough to light (gamma 2; within 4.5 of L*). Below 0 levels go evenly
+    // towards the grey, then get their luminance back. Above 0 squared levels go C = Y + (C - Y) k; with d the way from
+    // grey to the border of the cube (0 to 1), k = 1 + saturation / 100 (1 - d): strong colours gain less and none
+    // clips. With `protectSkin` colours of skin gain only 35 % of that, so that faces do not turn orange.
+    static int Saturateconst(unsigned char* pixels, int width, int height, long saturation, int protectSkin,
+                             CObjProgress* progress, int start, int end);
+
+    // Exposure: 1.5 neutral; every 4.25 above or below is one stop, so that 1.5 + 8.5 is +2 stops; held at 4 stops.
+    // In light (sRGB transfer function of IEC 61966-2-1): with gain g = 2^stops, below 1: y = g x. Above:
+    // y = g x / (1 + (g^1.5 - 1) x^1.5)^(1/1.5): the full gain in the shadows, a shoulder that rolls off to white,
+    // which stays white. Hue stays as in LightNew.
+    static int ExposureFilter(unsigned char* pixels, int width, int height, float value, CObjProgress* progress,
+                              int start, int end);
+
+    // Turns all hues: 0 neutral, in degrees, any number, modulo 360.
+    // A turn about the grey axis that keeps the weighted sum (Haeberli 1993), then a scale that gives back the
+    // luminance in squared levels; what leaves the cube is drawn towards its grey until it touches. Greys stay as they
+    // are.
+    static int SetHue(unsigned char* pixels, int width, int height, int degrees, CObjProgress* progress, int start,
+                      int end);
+
+    // Colour balance: 0, 0, 0 neutral, each -100 to 100, anything beyond held there.
+    // Every channel gets the parabola v + v (255 - v) s / 255 with s = (its value - the weighted mean of the three) /
+    // 200: black and white stay, mid-grey moves most (red 100: +25 levels of red, -7 of the others), and since the mean
+    // is taken away the luma of greys stays. Equal values are therefore neutral too.
+    static int SetColor(unsigned char* pixels, int width, int height, int red, int green, int blue,
+                        CObjProgress* progress, int start, int end);
+
+    // --- Operations that look at neighbours
+    // ----------------------------------------------------------------------------
+
+    // Unsharp mask on luma. `radius` is the standard deviation of a Gaussian in pixels, above 0, held at 0.3 to 5.
+    // `amount` 0 is neutral; above 0 sharpens, held at 20; below 0 softens down to the blur itself at -1, where it is
+    // held. The change d = amount (Y - blur) is added to the three channels alike. When sharpening it is bent to d r /
+    // (d + r), r being the way to the brightest (darkest) luma of the 3 x 3 neighbours plus 10: no pixel ever leaves
+    // the range of its neighbours by more than 10 levels, which keeps haloes out.
+    static int UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount,
+                        CObjProgress* progress, int start, int end);
+
+    // Improves a whole picture after judging it; `stride` in bytes, at least 4 x width.
+    // A copy of at most 480 pixels gives the black and white point, the middle, the light of nearly grey pixels and the
+    // share of skin; from these come levels and a white balance, each with a limit by scene. Two guided filters (He,
+    // Sun, Tang 2010) on reduced copies divide luma into a base, middle detail and the finest detail, which a scene
+    // weighs differently on skin and elsewhere; then colours are raised by their kind (sky, foliage, warm) as in
+    // Saturateconst. What the scenes want stands in SceneJudge.cpp: scenery lifts local contrast, sky and foliage;
+    // portrait smooths the finest detail of skin and warms it a little; objects gets neutral whites and crispness; food
+    // gets warm colour. Skin likelihood is one rule, kernels/SkinTone.h.
+    static int ScenarioBeauty(unsigned char* pixels, int width, int height, int stride, eScenarioType type,
+                              CObjProgress* progress, int start, int end);
+
+    // --- Size and place
+    // ------------------------------------------------------------------------------------------------
+
+    // The whole picture at another size: a cubic (Catmull and Rom 1974), widened by the scale where it reduces,
+    // separable, in whole numbers whose weights sum to exactly one: flat areas stay flat, the same size gives the same
+    // bytes. Translucent pixels count by their alpha. Null for a null picture, a size that is not allowed, or when
+    // cancelled.
+    static Bitmap Resample(const Bitmap& source, int width, int height, CObjProgress* progress = nullptr, int start = 0,
+                           int end = 100);
+
+    // Draws the rectangle of `source` at (sx, sy) of size sw x sh, in source pixels and parts of them, over all of
+    // `target`, whose size says the scale. Where it reduces, each result pixel is the exact mean of the area it covers;
+    // where it enlarges, Fast is bilinear and Best cubic. Beyond the source its border repeats. A part of a view is the
+    // same part of the whole view, within a level. Nothing happens for a null bitmap or an empty or senseless
+    // rectangle.
+    static void ResampleRect(const Bitmap& source, double sx, double sy, double sw, double sh, Bitmap& target,
+                             ResampleQuality quality);
+
+    // Quarter turns and mirrors, exact. 0 for a null bitmap or a number out of range.
+    static int SingleRotate(Bitmap* bitmap, RotateFlipType type);
+    static int SingleRotate(Bitmap& bitmap, RotateFlipType type);
+
+    // A copy of the part of `source` that lies in the rectangle; null when none does.
+    static Bitmap Clone(const Bitmap& source, int x, int y, int width, int height);
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "ProgressSpan.h"
+#include "ResampleTaps.h"
+
+// Pixels that belong to somebody else.
+struct PixelView {
+    const std::uint8_t* pixels = nullptr;
+    int width = 0;
+    int height = 0;
+    std::ptrdiff_t stride = 0;
+};
+
+// Draws what the two axes' taps describe into `out` (columns.starts.size() wide, rows.starts.size() high, without
+// padding). `source` and `out` must not overlap. False when cancelled; `out` is then partly written.
+bool ResampleInto(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, std::uint8_t* out,
+                  const ProgressSpan& span);

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Makes the table of one instruction set. Included once by each of the Kernels*.cpp, which name the table.
+#pragma once
+
+#include "PointKernels.h"
+#include "ResampleKernels.h"
+#include "SceneKernels.h"
+#include "UsmKernels.h"
+
+extern const PcDspKernels QUINCE_KERNEL_TABLE;
+const PcDspKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, PointRow, LumaRow,        UsmRowInPlace, SumRows,
+                                          SumColumns,         SkinRow,  SceneRowInPlace};

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The inner loops of the library: one table of functions per instruction set, chosen once for the machine.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// A rising curve at the 256 levels, in levels x 256: its value, and how far it rises to the next level (0 for the
+// last).
+struct PointCurve {
+    std::uint16_t value[256];
+    std::uint16_t rise[256];
+    std::uint32_t both[256];  // value << 16 | rise
+};
+
+// One step of a point pass.
+struct PointStage {
+    // ToneOfBytes is Tone for the first stage, whose input has no fractions.
+    enum class Kind { ToneOfBytes, Tone, Saturate, Hue, Balance };
+    Kind kind = Kind::Tone;
+    const PointCurve* curve = nullptr;
+    // Saturate: gain and skin protection; Hue: a 3 x 3 matrix, row by row; Balance: the strength of each channel.
+    float numbers[9] = {};
+};
+
+// One row of an unsharp mask. The luma rows are already extended at both sides by `half` values.
+struct UsmRow {
+    const float* const* luma = nullptr;  // 2 * half + 1 rows, each at its first extended value
+    int half = 0;
+    const float* weights = nullptr;  // half + 1, centre first
+    float amount = 0.0f;
+    float halo = 0.0f;
+    float* scratch = nullptr;  // 3 rows of width + 2 * half + 16
+};
+
+// One row of a scene. Map rows are as wide as the picture; `below` and `above` bracket the row, `part` tells where it
+// lies between them.
+struct SceneRow {
+    static constexpr int Maps = 5;  // slope and offset of the base layer, of the fine layer, and skin
+    const float* above[Maps] = {};
+    const float* below[Maps] = {};
+    float part[Maps] = {};
+    const float* curveR = nullptr;  // levels and white balance, 256 values in levels each
+    const float* curveG = nullptr;
+    const float* curveB = nullptr;
+    const PointCurve* tone = nullptr;  // curve of the base layer
+    float baseDetail = 1.0f;           // factor of what lies between base and fine layer
+    float fineDetail = 1.0f;           // factor of the finest layer
+    float skinBase = 1.0f;             // the same two on skin
+    float skinFine = 1.0f;
+    float saturation = 0.0f;  // of everything but skin, as in Saturate
+    float skinSaturation = 0.0f;
+    float sky = 0.0f;      // further saturation of blues
+    float foliage = 0.0f;  // and of yellowish greens
+    float warm = 0.0f;     // and of reds to yellows
+    float skinWarm = 0.0f;
+    float neutral = 0.0f;  // how far nearly grey pixels are drawn to grey
+};
+
+struct PcDspKernels {
+    const char* name;
+
+    // Runs the stages in order on `count` pixels in place.
+    void (*pointRow)(std::uint8_t* pixels, int count, const PointStage* stages, int stageCount);
+
+    // Luma of gamma-coded pixels in levels.
+    void (*lumaRow)(const std::uint8_t* pixels, int count, float* luma);
+    // Sharpens `count` pixels in place.
+    void (*usmRow)(std::uint8_t* pixels, int count, const UsmRow& row);
+
+    // out = sum of weights[i] * rows[i] over `bytes` bytes, weights in 1/16384, result in 1/64 level; `taps` is even.
+    // Returns the bitwise and of all pixels that were read. `bytes` is a multiple of 4.
+    std::uint32_t (*sumRows)(const std::uint8_t* const* rows, const std::int16_t* weights, int taps, int bytes,
+                             std::int16_t* out);
+    // count pixels; each is the sum of `taps` (even) pixels of `in` from starts[i] on, with its own weights.
+    void (*sumColumns)(const std::int16_t* in, const int* starts, const std::int16_t* weights, int taps, int count,
+                       std::uint8_t* out);
+
+    // Skin likelihood of each pixel, 0 to 1.
+    void (*skinRow)(const std::uint8_t* pixels, int count, float* skin);
+    // Applies a scene to `count` pixels in place.
+    void (*sceneRow)(std::uint8_t* pixels, int count, const SceneRow& row);
+};
+
+// The table in use: the widest that the machine runs.
+const PcDspKernels& Kernels();
+
+// For tests: the tables that this machine can run, narrowest first, and the choice of one; a negative index restores
+// the widest. Not while a call of the library runs.
+int KernelSetCount();
+const PcDspKernels& KernelSet(int index);
+void SelectKernelSet(int index);

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Numbers side by side, as many as the instruction set that this file is compiled for holds in one register.
+//
+// Everything below kernels/ is compiled once per instruction set into a namespace of its own and has internal linkage;
+// it includes no standard header with inline functions, since the linker could pick the copy that was compiled for the
+// widest set and the program would fail on a machine without it.
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "Kernels.h"
+
+namespace {
+
+#if defined(__AVX512F__)
+constexpr int Lanes = 16;
+#elif defined(__AVX2__)
+constexpr int Lanes = 8;
+#else
+constexpr int Lanes = 4;
+#endif
+
+typedef float Floats __attribute__((vector_size(Lanes * 4)));
+typedef int Ints __attribute__((vector_size(Lanes * 4)));
+typedef unsigned Words __attribute__((vector_size(Lanes * 4)));
+
+#define QUINCE_INLINE [[gnu::always_inline]] static inline
+
+// Loads and stores at any address.
+QUINCE_INLINE Floats LoadFloats(const float* from) {
+    Floats v;
+    __builtin_memcpy(&v, from, sizeof v);
+    return v;
+}
+QUINCE_INLINE void StoreFloats(float* to, Floats v) {
+    __builtin_memcpy(to, &v, sizeof v);
+}
+QUINCE_INLINE Words LoadWords(const std::uint8_t* from) {
+    Words v;
+    __builtin_memcpy(&v, from, sizeof v);
+    return v;
+}
+QUINCE_INLINE void StoreWords(std::uint8_t* to, Words v) {
+    __builtin_memcpy(to, &v, sizeof v);
+}
+
+QUINCE_INLINE Floats Spread(float value) {
+    return Floats{} + value;
+}
+QUINCE_INLINE Floats ToFloats(Ints v) {
+    return __builtin_convertvector(v, Floats);
+}
+// Towards zero.
+QUINCE_INLINE Ints ToInts(Floats v) {
+    return __builtin_convertvector(v, Ints);
+}
+
+#if defined(__AVX512F__)
+QUINCE_INLINE Floats Min(Floats a, Floats b) {
+    return (Floats)_mm512_min_ps((__m512)a, (__m512)b);
+}
+QUINCE_INLINE Floats Max(Floats a, Floats b) {
+    return (Floats)_mm512_max_ps((__m512)a, (__m512)b);
+}
+QUINCE_INLINE Floats Sqrt(Floats a) {
+    return (Floats)_mm512_sqrt_ps((__m512)a);
+}
+QUINCE_INLINE Floats Gather(const float* table, Ints index) {
+    return (Floats)_mm512_i32gather_ps((__m512i)index, table, 4);
+}
+QUINCE_INLINE Words Gather(const std::uint32_t* table, Ints index) {
+    return (Words)_mm512_i32gather_epi32((__m512i)index, table, 4);
+}
+#elif defined(__AVX2__)
+QUINCE_INLINE Floats Min(Floats a, Floats b) {
+    return (Floats)_mm256_min_ps((__m256)a, (__m256)b);
+}
+QUINCE_INLINE Floats Max(Floats a, Floats b) {
+    return (Floats)_mm256_max_ps((__m256)a, (__m256)b);
+}
+QUINCE_INLINE Floats Sqrt(Floats a) {
+    return (Floats)_mm256_sqrt_ps((__m256)a);
+}
+QUINCE_INLINE Floats Gather(const float* table, Ints index) {
+    return (Floats)_mm256_i32gather_ps(table, (__m256i)index, 4);
+}
+QUINCE_INLINE Words Gather(const std::uint32_t* table, Ints index) {
+    return (Words)_mm256_i32gather_epi32((const int*)table, (__m256i)index, 4);
+}
+#else
+QUINCE_INLINE Floats Min(Floats a, Floats b) {
+    return (Floats)_mm_min_ps((__m128)a, (__m128)b);
+}
+QUINCE_INLINE Floats Max(Floats a, Floats b) {
+    return (Floats)_mm_max_ps((__m128)a, (__m128)b);
+}
+QUINCE_INLINE Floats Sqrt(Floats a) {
+    return (Floats)_mm_sqrt_ps((__m128)a);
+}
+QUINCE_INLINE Floats Gather(const float* table, Ints index) {
+    return Floats{table[index[0]], table[index[1]], table[index[2]], table[index[3]]};
+}
+QUINCE_INLINE Words Gather(const std::uint32_t* table, Ints index) {
+    return Words{table[index[0]], table[index[1]], table[index[2]], table[index[3]]};
+}
+#endif
+
+// The exact instructions: a guess refined by a step of Newton's was measured slower, since the machine overlaps these.
+QUINCE_INLINE Floats Inverse(Floats a) {
+    return 1.0f / a;
+}
+// 0 for what is not above 0.
+QUINCE_INLINE Floats Root(Floats a) {
+    return Sqrt(Max(a, Spread(0.0f)));
+}
+
+// Looks up a curve at two levels of each lane at once. WithRise asks for the way to the next level too.
+struct CurvePair {
+    Floats low, high, riseLow, riseHigh;
+};
+
+#if defined(__AVX512BW__)
+// The whole table lies in eight registers, and the two indices of a lane are the two halves of a word: far quicker than
+// a gather.
+QUINCE_INLINE __m512i LookUp256(const std::uint16_t* table, __m512i index) {
+    const auto part = [&](int n) __attribute__((always_inline)) {
+        return _mm512_permutex2var_epi16(_mm512_loadu_si512(table + 64 * n), index,
+                                         _mm512_loadu_si512(table + 64 * n + 32));
+    };
+    const __mmask32 odd = _mm512_test_epi16_mask(index, _mm512_set1_epi16(64));
+    const __mmask32 upper = _mm512_test_epi16_mask(index, _mm512_set1_epi16(128));
+    return _mm512_mask_blend_epi16(upper, _mm512_mask_blend_epi16(odd, part(0), part(1)),
+                                   _mm512_mask_blend_epi16(odd, part(2), part(3)));
+}
+template <bool WithRise>
+QUINCE_INLINE CurvePair ReadCurve(const PointCurve& curve, Ints low, Ints high) {
+    const __m512i index = (__m512i)((Words)low | (Words)high << 16);
+    const Words value = (Words)LookUp256(curve.value, index);
+    CurvePair pair = {ToFloats((Ints)(value & 65535u)), ToFloats((Ints)(value >> 16)), Floats{}, Floats{}};
+    if (WithRise) {
+        const Words rise = (Words)LookUp256(curve.rise, index);
+        pair.riseLow = ToFloats((Ints)(rise & 65535u));
+        pair.riseHigh = ToFloats((Ints)(rise >> 16));
+    }
+    return pair;
+}
+#else
+template <bool WithRise>
+QUINCE_INLINE CurvePair ReadCurve(const PointCurve& curve, Ints low, Ints high) {
+    const Words atLow = Gather(curve.both, low), atHigh = Gather(curve.both, high);
+    CurvePair pair = {ToFloats((Ints)(atLow >> 16)), ToFloats((Ints)(atHigh >> 16)), Floats{}, Floats{}};
+    if (WithRise) {
+        pair.riseLow = ToFloats((Ints)(atLow & 65535u));
+        pair.riseHigh = ToFloats((Ints)(atHigh & 65535u));
+    }
+    return pair;
+}
+#endif
+
+QUINCE_INLINE Floats Max3(Floats a, Floats b, Floats c) {
+    return Max(Max(a, b), c);
+}
+QUINCE_INLINE Floats Min3(Floats a, Floats b, Floats c) {
+    return Min(Min(a, b), c);
+}
+QUINCE_INLINE Floats Clamp(Floats v, float low, float high) {
+    return Min(Max(v, Spread(low)), Spread(high));
+}
+QUINCE_INLINE Floats Absolute(Floats v) {
+    return Max(v, -v);
+}
+
+// Three channels of as many pixels as there are lanes, in levels 0 to 255.
+struct Colours {
+    Floats r, g, b;
+};
+
+QUINCE_INLINE Floats Channel(Words pixels, int shift) {
+    return ToFloats((Ints)((pixels >> shift) & 255u));
+}
+QUINCE_INLINE Colours Unpack(Words pixels) {
+    return {Channel(pixels, 16), Channel(pixels, 8), Channel(pixels, 0)};
+}
+// Rounds to the nearest level and keeps the alpha of `pixels`. The only place where a kernel rounds.
+QUINCE_INLINE Words Pack(const Colours& c, Words pixels) {
+    const auto level = [](Floats v) __attribute__((always_inline)) {
+        return (Words)ToInts(Clamp(v + 0.5f, 0.0f, 255.0f));
+    };
+    return (pixels & 0xFF000000u) | level(c.r) << 16 | level(c.g) << 8 | level(c.b);
+}
+
+// Weights of red, green and blue in luminance (ITU-R BT.709).
+constexpr float WeightR = 0.2126f, WeightG = 0.7152f, WeightB = 0.0722f;
+
+QUINCE_INLINE Floats Weighted(const Colours& c) {
+    return c.r * WeightR + c.g * WeightG + c.b * WeightB;
+}
+
+// Calls body(byte pointer, index of the first pixel) on whole groups of pixels of a row; the last ones, which do not
+// fill a group, pass through a buffer, so that nothing outside the row is touched.
+template <class Body>
+QUINCE_INLINE void ForPixelGroups(std::uint8_t* pixels, int count, const Body& body) {
+    int i = 0;
+    for (; i + Lanes <= count; i += Lanes) body(pixels + std::ptrdiff_t{4} * i, i);
+    if (i == count) return;
+    std::uint8_t rest[Lanes * 4] = {};
+    __builtin_memcpy(rest, pixels + std::ptrdiff_t{4} * i, std::size_t(count - i) * 4);
+    body(rest, i);
+    __builtin_memcpy(pixels + std::ptrdiff_t{4} * i, rest, std::size_t(count - i) * 4);
+}
+
+}  // namespace

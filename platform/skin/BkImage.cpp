@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "BkImage.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QStringList>
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
+
+#include "AppPaths.h"
+
+namespace {
+
+QString Attribute(const QString& attributes, const QString& name) {
+    const QRegularExpression pattern(name + QStringLiteral("='([^']*)'"));
+    return pattern.match(attributes).captured(1);
+}
+
+// A path without a root is that of a resource.
+QString FullPath(const QString& file) {
+    const QString native = NativePath(file);
+    return native.startsWith(QLatin1Char('/')) ? native : ResourcePath(native);
+}
+
+}  // namespace
+
+BkImage BkImage::Parse(const QString& attributes) {
+    BkImage image;
+    image.file = Attribute(attributes, QStringLiteral("file"));
+    const QStringList sides = Attribute(attributes, QStringLiteral("dest")).split(QLatin1Char(','));
+    if (sides.size() == 4) {
+        const QPoint topLeft(sides[0].toInt(), sides[1].toInt());
+        image.dest = QRect(topLeft, QSize(sides[2].toInt() - topLeft.x(), sides[3].toInt() - topLeft.y()));
+    }
+    return image;
+}
+
+CImageBox::CImageBox(QWidget* parent) : QWidget(parent) {}
+
+void CImageBox::SetImage(const QString& attributes) {
+    m_attributes = attributes;
+    const BkImage image = BkImage::Parse(attributes);
+    m_dest = image.dest;
+    m_pixmap = image.file.isEmpty() ? QPixmap() : QPixmap::fromImage(QImage(FullPath(image.file)));
+    update();
+}
+
+void CImageBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+    if (m_pixmap.isNull()) return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(m_dest.isNull() ? rect() : m_dest, m_pixmap);
+}

@@ -1,0 +1,25 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Copies the files of LIST from SOURCE_DIR to STAGE_DIR and removes those that an earlier run staged and that are gone.
+# The stamp holds the list of the last run.
+
+cmake_minimum_required(VERSION 3.25)
+file(STRINGS ${LIST} files)
+if(EXISTS ${STAMP})
+    file(STRINGS ${STAMP} former)
+    foreach(name IN LISTS former)
+        if(NOT name IN_LIST files)
+            file(REMOVE ${STAGE_DIR}/${name})
+        endif()
+    endforeach()
+endif()
+foreach(name IN LISTS files)
+    get_filename_component(folder ${STAGE_DIR}/${name} DIRECTORY)
+    file(MAKE_DIRECTORY ${folder})
+    file(COPY_FILE ${SOURCE_DIR}/${name} ${STAGE_DIR}/${name} RESULT result ONLY_IF_DIFFERENT)
+    if(result)
+        message(FATAL_ERROR "cannot stage ${name}: ${result}")
+    endif()
+endforeach()
+file(MAKE_DIRECTORY ${STAGE_DIR}/Resources)
+list(JOIN files "\n" text)
+file(WRITE ${STAMP} "${text}\n")

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FrameFixture.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+
+#include "AppFolders.h"
+#include "AppPaths.h"
+#include "CHistoryManager.h"
+#include "ClickCount.h"
+#include "IniFile.h"
+#include "Language.h"
+#include "PC_File.h"
+#include "SavePlan.h"
+#include "StartUp.h"
+#include "Style.h"
+#include "TestHome.h"
+#include "TestPictures.h"
+
+void FrameTest::SetUp() {
+    QFile::remove(AppPath(QStringLiteral("Config.ini")));
+    PrepareFolders();
+    Configure("Tip", "DlgOpenImageLessen", QStringLiteral("2"));
+    SetLanguage(QStringLiteral("1033"));
+    SettleTitle();
+    Style::Apply(*qApp);
+    ClickCounts().Clear();
+    m_folder = TestHome::Path() + QStringLiteral("/pictures");
+    QDir(m_folder).removeRecursively();
+    QDir().mkpath(m_folder);
+    SetLastSaveFolder(m_folder);
+}
+
+void FrameTest::TearDown() {
+    m_frame.reset();
+}
+
+void FrameTest::Show(const QString& picture, ToolTable tools) {
+    m_frame = std::make_unique<CMainFrameWnd>(picture, std::move(tools));
+    m_frame->move(0, 0);
+    m_frame->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_frame.get()));
+    m_frame->activateWindow();
+    Driver::WaitFor(QStringLiteral("the picture or the welcome window"), [&] {
+        return (Mid().HasImage() && !Mid().IsBusy()) || Driver::IsThere(QStringLiteral("BtnWelEdit"));
+    });
+}
+
+QString FrameTest::WritePicture(const QString& name, const Bitmap& picture) {
+    const QString path = m_folder + QLatin1Char('/') + name;
+    const int format = name.endsWith(u".jpg")   ? VN_IMAGE_FORMAT_JPEG
+                       : name.endsWith(u".bmp") ? VN_IMAGE_FORMAT_BMP
+                                                : VN_IMAGE_FORMAT_PNG;
+    EXPECT_NE(PC_File().OnSaveQuick(path.toStdWString().c_str(), picture, format, 95), 0);
+    return path;
+}
+
+Bitmap FrameTest::PhotoPixels() {
+    static const Bitmap photo = TestPictures::Face(900, 1200);
+    return photo;
+}
+
+QString FrameTest::Photo() {
+    return WritePicture(QStringLiteral("photo.png"), PhotoPixels());
+}
+
+Bitmap FrameTest::Load(const QString& path) {
+    return PC_File().OnLoadImage(path.toStdWString().c_str(), nullptr, 0, 100, nullptr);
+}
+
+void FrameTest::Configure(const char* section, const char* key, const QString& value) {
+    WriteProfileString(QLatin1String(section), QLatin1String(key), value, AppPath(QStringLiteral("Config.ini")));
+}
+
+int FrameTest::Clicks(const char* code) {
+    const auto counts = ClickCounts().Counts();
+    const auto entry = counts.find(QLatin1String(code));
+    return entry == counts.end() ? 0 : entry->second;
+}
+
+QString FrameTest::MessageOf(const std::function<void()>& act) {
+    QString text;
+    Driver::Modal(act, QStringLiteral("BtnOk"), [&] {
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box) text = box->text();
+        Driver::Click(QStringLiteral("BtnOk"));
+    });
+    return text;
+}

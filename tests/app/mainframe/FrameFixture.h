@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <QtCore/QString>
+
+#include "Bitmap.h"
+#include "CBaseWnd.h"
+#include "CMainFrameWnd.h"
+#include "Driver.h"
+
+// The whole program behind its main window, in the test's own home, with the pictures that a test needs in a folder
+// beside it. Large pictures are opened as they are unless a test sets another choice.
+class FrameTest : public testing::Test {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Shows the frame and waits until its picture is open or the welcome window is up.
+    void Show(const QString& picture = {}, ToolTable tools = BuiltInTools());
+    CMainFrameWnd& Frame() { return *m_frame; }
+    CMidWnd& Mid() { return m_frame->Mid(); }
+
+    // Writes a picture; format by the suffix. Returns its path.
+    QString WritePicture(const QString& name, const Bitmap& picture);
+    // A portrait-like picture of 900 × 1200 in photo.png.
+    QString Photo();
+    static Bitmap PhotoPixels();
+    static Bitmap Load(const QString& path);
+    // Writes a value of the settings.
+    static void Configure(const char* section, const char* key, const QString& value);
+    // The clicks counted so far for a code.
+    static int Clicks(const char* code);
+    // Runs `act`, which shows a message box, and returns its text after answering it by its default button.
+    static QString MessageOf(const std::function<void()>& act);
+
+    QString m_folder;
+
+  private:
+    std::unique_ptr<CMainFrameWnd> m_frame;
+};

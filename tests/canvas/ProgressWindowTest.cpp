@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <QtCore/QElapsedTimer>
+#include <QtTest/QTest>
+#include <QtWidgets/QPushButton>
+#include <thread>
+
+#include "CDlgProgressCtrl.h"
+#include "CShowProgress.h"
+#include "Language.h"
+#include "Messages.h"
+#include "RunTask.h"
+
+namespace {
+
+void Rest(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+// A program's window with a button that must not be reached during a task.
+struct Program {
+    Program() {
+        window.resize(500, 300);
+        button.setGeometry(20, 20, 100, 30);
+        QObject::connect(&button, &QPushButton::clicked, &button, [this] { ++clicks; });
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window)) qFatal("the window did not come up");
+    }
+    QWidget window;
+    QPushButton button{&window};
+    int clicks = 0;
+};
+
+TEST(ProgressWindow, AQuickTaskShowsNothing) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    bool shown = true;
+    EXPECT_TRUE(RunTask(progress, [&](CObjProgress&) { shown = SendToMain([&] { return dialog.isVisible(); }); }));
+    EXPECT_FALSE(shown);
+    QTest::qWait(CDlgProgressCtrl::VisibleAfter + 60);
+    EXPECT_FALSE(dialog.isVisible()) << "it must not come up when the task is over";
+}
+
+TEST(ProgressWindow, ATaskThatLastsIsShownOverTheProgramAndHiddenAfterwards) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    QRect place;
+    RunTask(progress, [&](CObjProgress&) {
+        for (int i = 0; i < 200 && place.isNull(); ++i) {
+            Rest(10);
+            place = SendToMain([&] { return dialog.isVisible() ? dialog.geometry() : QRect(); });
+        }
+    });
+    EXPECT_EQ(place.size(), QSize(300, 100));
+    EXPECT_LE((place.center() - program.window.frameGeometry().center()).manhattanLength(), 4);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(ProgressWindow, TheSpinnerWrapsAfterElevenFrames) {
+    CDlgProgressCtrl dialog(nullptr);
+    dialog.Reset();
+    std::vector<int> offsets{dialog.Spinner()};
+    QElapsedTimer clock;
+    clock.start();
+    while (offsets.size() < 13 && clock.elapsed() < 20000) {
+        QTest::qWait(5);
+        if (dialog.Spinner() != offsets.back()) offsets.push_back(dialog.Spinner());
+    }
+    dialog.Hide();
+    EXPECT_EQ(offsets, (std::vector<int>{0, 27, 54, 81, 108, 135, 162, 189, 216, 243, 270, 0, 27}));
+    EXPECT_GE(clock.elapsed(), 11 * CDlgProgressCtrl::TickTime);
+}
+
+TEST(ProgressWindow, ShowsTextAndWholePercents) {
+    SetLanguage(QStringLiteral("1033"));
+    CDlgProgressCtrl dialog(nullptr);
+    CShowProgress progress(dialog);
+    QString text;
+    int first = 0, percent = 0;
+    RunTask(progress, [&](CObjProgress& sink) {
+        first = SendToMain([&] { return dialog.Percent(); });
+        sink.SetValue(41.9f);
+        percent = SendToMain([&] { return dialog.Percent(); });
+        text = SendToMain([&] { return dialog.Text(); });
+    });
+    EXPECT_EQ(first, ProgressWindow::NoPercent);
+    EXPECT_EQ(percent, 41);
+    EXPECT_EQ(text, LanguageText(QStringLiteral("ids_progress_1")));
+    EXPECT_FALSE(text.isEmpty());
+}
+
+TEST(ProgressWindow, EscAsksTheWorkToStopAndSaysSo) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    QString text;
+    bool stopped = false;
+    const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        EXPECT_TRUE(sink.CanContinue());
+        // To whatever window has the keyboard.
+        SendToMain([&] { QTest::keyClick(&program.window, Qt::Key_Escape); });
+        stopped = !sink.CanContinue();
+        sink.SetStepText(L"ids_progress_1");
+        text = SendToMain([&] { return dialog.Text(); });
+    });
+    EXPECT_FALSE(done);
+    EXPECT_TRUE(stopped);
+    EXPECT_EQ(text, u"esc");
+}
+
+TEST(ProgressWindow, InputDuringATaskReachesNothingAndIsNotKeptForLater) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    RunTask(progress, [&](CObjProgress&) {
+        SendToMain([&] {
+            QTest::mouseClick(&program.button, Qt::LeftButton);
+            program.button.setFocus();
+            QTest::keyClick(&program.button, Qt::Key_Space);
+            program.window.close();
+        });
+    });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(program.clicks, 0);
+    EXPECT_TRUE(program.window.isVisible());
+    QTest::mouseClick(&program.button, Qt::LeftButton);
+    EXPECT_EQ(program.clicks, 1) << "after the task the program works as before";
+}
+
+TEST(ProgressWindow, ClosingItAsksToStopAndWaitsForTheWorker) {
+    CDlgProgressCtrl dialog(nullptr);
+    CShowProgress progress(dialog);
+    bool over = false;
+    const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        SendToMain([&] { dialog.close(); });
+        EXPECT_FALSE(sink.CanContinue());
+        Rest(30);
+        over = true;
+    });
+    EXPECT_FALSE(done);
+    EXPECT_TRUE(over);
+}
+
+TEST(ProgressWindow, IsDarkAndRound) {
+    CDlgProgressCtrl dialog(nullptr);
+    dialog.SetPercent(50);
+    dialog.SetText(QStringLiteral("x"));
+    QImage image(dialog.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    dialog.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    EXPECT_LT(qAlpha(image.pixel(0, 0)), 40);
+    const QColor ground = image.pixelColor(280, 85);
+    EXPECT_GT(ground.alpha(), 180);
+    EXPECT_LT(ground.lightness(), 90);
+    bool white = false;
+    for (int y = 22; y < 38; ++y)
+        for (int x = 44; x < 68; ++x) white |= image.pixelColor(x, y).lightness() > 200;
+    EXPECT_TRUE(white) << "the percentage stands at (44, 22)";
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QtCore/QFile>
+
+#include "AdjustChain.h"
+#include "AdjustLogic.h"
+#include "AppPaths.h"
+#include "ImageParams.h"
+#include "PC_File.h"
+
+// The part of CAdjustLogic that makes and reads history steps.
+
+namespace {
+
+const QString StepNameKey = QStringLiteral("ids_bianji");
+
+// Adds a copy of `record` as the next in the step.
+template <class Record>
+void Append(CHistoryStep& step, const Record& record) {
+    auto copy = std::make_unique<Record>(record);
+    copy->order = static_cast<int>(step.Params().size());
+    step.AddParams(std::move(copy));
+}
+
+}  // namespace
+
+// The pixel record always holds the base, also when a scene is active: the scene's result lies in the scene file, and
+// with the base in the snapshot another scene still starts from the same picture after undo and redo.
+std::unique_ptr<CHistoryStep> CAdjustLogic::BuildStep(bool finalImage) {
+    if (!m_state.BaseBitmap || !HasPending()) return nullptr;
+    auto step = std::make_unique<CHistoryStep>();
+    step->SetNameFromKey(StepNameKey);
+    auto image = std::make_unique<ImageParams>();
+    image->image = finalImage ? RenderResult() : m_state.BaseBitmap;
+    image->save = finalImage || m_state.BakedPending;
+    step->AddParams(std::move(image));
+    if (!finalImage) AddRecords(*step);
+    return step;
+}
+
+void CAdjustLogic::AddRecords(CHistoryStep& step) {
+    if (!m_state.Scenario.IsDefault()) {
+        SaveSceneFile();
+        m_state.Scenario.path = m_sceneFilePath;
+        Append(step, m_state.Scenario);
+    }
+    if (!m_state.Basic.IsDefault()) Append(step, m_state.Basic);
+    if (!m_state.Advance.IsDefault()) Append(step, m_state.Advance);
+}
+
+// A scene file that can't be written is not missed: LoadStep computes the scene again.
+void CAdjustLogic::SaveSceneFile() {
+    if (m_state.SceneFileCurrent) return;
+    MakeDirs(m_history.m_tempDir);
+    m_state.SceneFileCurrent = PC_File::ImageSaveTobinary(m_state.WorkBitmap, m_sceneFilePath.toStdWString());
+}
+
+void CAdjustLogic::DropSceneFile() {
+    QFile::remove(m_sceneFilePath);
+    m_state.SceneFileCurrent = false;
+}
+
+bool CAdjustLogic::OwnsRecord(int type) const {
+    return type == AutoOptimizeParams::Type || type == BasicAdjustParams::Type || type == AdvanceAdjustParams::Type;
+}
+
+bool CAdjustLogic::LoadStep(std::unique_ptr<CHistoryStep> step) {
+    if (!step || !ReadStep(*step)) return false;
+    RebuildView(ViewQuality::Settled);
+    return true;
+}
+
+bool CAdjustLogic::ReadStep(const CHistoryStep& step) {
+    if (!step.Image()) return false;
+    const QString path = step.GetImagePath();
+    const bool same = path == m_state.SnapshotPath && !m_state.Modified && m_state.BaseBitmap;
+    const Bitmap base = same ? m_state.BaseBitmap : step.ReadImage();
+    if (!base) return false;
+    m_state.SnapshotPath = path;
+    m_state.BaseBitmap = base;
+    m_state.WorkBitmap = base;
+    m_state.BakedPending = false;
+    TakeRecords(step);
+    if (!m_state.Scenario.IsDefault()) ReadScene();
+    m_state.Modified = m_state.HasValues();
+    MarkChanged();
+    m_state.Recorded = true;
+    const std::lock_guard lock(m_viewLock);
+    const QSize size(base.Width(), base.Height());
+    if (size != m_geometry.Image()) {
+        m_geometry.SetImage(size);
+        m_geometry.Fit();
+    }
+    return true;
+}
+
+void CAdjustLogic::TakeRecords(const CHistoryStep& step) {
+    m_state.Scenario = {};
+    m_state.Basic = {};
+    m_state.Advance = {};
+    for (const auto& record : step.Params()) {
+        if (const auto* scenario = RecordAs<AutoOptimizeParams>(*record)) m_state.Scenario = *scenario;
+        if (const auto* basic = RecordAs<BasicAdjustParams>(*record)) m_state.Basic = *basic;
+        if (const auto* advance = RecordAs<AdvanceAdjustParams>(*record)) m_state.Advance = *advance;
+    }
+}
+
+// The scene's result from its file, or computed again where the file is missing, damaged or of another picture.
+void CAdjustLogic::ReadScene() {
+    const Bitmap& base = m_state.BaseBitmap;
+    const Bitmap read = PC_File::ImageReadFrombinary(m_state.Scenario.path.toStdWString());
+    m_state.SceneFileCurrent = read.Width() == base.Width() && read.Height() == base.Height();
+    if (m_state.SceneFileCurrent)
+        m_state.WorkBitmap = read;
+    else if (!RunAdjustScene(m_state.WorkBitmap, m_state.Scenario.ScenarioIndex))
+        m_state.Scenario = {};
+}
+
+bool CAdjustLogic::CommitStep() {
+    return m_committer.Commit() == CommitResult::Committed;
+}
+
+bool CAdjustLogic::Undo() {
+    return m_state.BaseBitmap && m_committer.Undo();
+}
+
+bool CAdjustLogic::Redo() {
+    if (!m_state.BaseBitmap) return false;
+    // Work is pending here only when its commit failed; its scene then lies in the file of the step ahead.
+    if (HasPending()) DropSceneFile();
+    return m_committer.Redo();
+}
+
+bool CAdjustLogic::Jump(int row) {
+    return m_state.BaseBitmap && m_committer.Jump(row);
+}
+
+bool CAdjustLogic::Revert() {
+    return m_state.BaseBitmap && m_committer.Revert();
+}
+
+void CAdjustLogic::Apply() {
+    if (!m_state.WorkBitmap) return;
+    m_history.SetCurrentBitmap(RenderResult());
+    const ViewGeometry geometry = Geometry();
+    auto view = std::make_unique<CViewState>();
+    view->bitmap = m_state.ViewBitmap;
+    view->zoom = geometry.Zoom();
+    view->x = geometry.Pan().x();
+    view->y = geometry.Pan().y();
+    view->destRect = geometry.ScreenRect();
+    m_history.SetViewState(std::move(view));
+    if (HasPending()) {
+        m_committer.Leave();
+        return;
+    }
+    // To finish the newest step the committer loads it: what is on show must not jump to it.
+    const AdjustState shown = m_state;
+    m_committer.Leave();
+    RestoreState(shown, geometry);
+    m_committer.BeginVisit();
+}

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Screens.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+
+#include "CMainFrameWnd.h"
+#include "Driver.h"
+#include "Language.h"
+#include "Stage.h"
+
+namespace {
+
+class Album {
+  public:
+    Album(QString folder, QString suffix) : m_folder(std::move(folder)), m_suffix(std::move(suffix)) {
+        QDir().mkpath(m_folder);
+    }
+    // A picture of the window under a name that says what it shows.
+    void Keep(CMainFrameWnd& frame, const QString& what) const {
+        const QString path = QStringLiteral("%1/%2%3.jpg").arg(m_folder, what, m_suffix);
+        if (!Driver::Shot(&frame).save(path, nullptr, Quality)) qFatal("can't write %s", qPrintable(path));
+    }
+
+  private:
+    static constexpr int Quality = 90;
+
+    QString m_folder;
+    QString m_suffix;
+};
+
+void Retouch() {
+    Driver::Click(QStringLiteral("BtnPortrait"));
+    Driver::Wait(300);
+    Driver::DragSlider(QStringLiteral("Liangdu"), 20);
+    Driver::DragSlider(QStringLiteral("Duibidu"), 18);
+    Driver::DragSlider(QStringLiteral("Ruidu"), 15);
+}
+
+void KeepReview(CMainFrameWnd& frame, const Album& album) {
+    Driver::Press(QStringLiteral("BtnCompare"));
+    album.Keep(frame, QStringLiteral("compare-hold"));
+    Driver::Release(QStringLiteral("BtnCompare"));
+    frame.Mid().SetCompareMode(2);
+    album.Keep(frame, QStringLiteral("compare-side"));
+    frame.Mid().SetCompareMode(0);
+    Driver::Click(QStringLiteral("BtnMenuUndo"));
+    album.Keep(frame, QStringLiteral("history"));
+    Driver::Key(Qt::Key_Escape);
+    for (int i = 0; i < 6; ++i) Driver::Click(QStringLiteral("BtnZoomIn"));
+    album.Keep(frame, QStringLiteral("navigator"));
+    Driver::Key(Qt::Key_0, Qt::ControlModifier);
+}
+
+void KeepSaving(CMainFrameWnd& frame, const Album& album) {
+    Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
+                  [&] {
+                      album.Keep(frame, QStringLiteral("save"));
+                      Driver::Click(QStringLiteral("BtnSaveHuaZhi"));
+                      album.Keep(frame, QStringLiteral("save-quality"));
+                      Driver::Type(QStringLiteral("EdtPath"), QDir::tempPath());
+                      Driver::Click(QStringLiteral("BtnCover"));
+                      album.Keep(frame, QStringLiteral("save-cover"));
+                      Driver::Click(QStringLiteral("BtnCover"));
+                      Driver::Type(QStringLiteral("EdtName"),
+                                   QStringLiteral("portrait_%1").arg(QCoreApplication::applicationPid()));
+                      Driver::Click(QStringLiteral("BtnSave"));
+                      Driver::WaitFor(QStringLiteral("the saved page"),
+                                      [] { return Driver::IsThere(QStringLiteral("BtnSaveOpenPath")); });
+                      album.Keep(frame, QStringLiteral("saved"));
+                      Driver::Click(QStringLiteral("BtnSaveClose"));
+                  });
+}
+
+void KeepQuestion(CMainFrameWnd& frame, const Album& album) {
+    Driver::DragSlider(QStringLiteral("Baohedu"), 12);
+    Driver::Modal([&] { frame.close(); }, QStringLiteral("BtnCancel"),
+                  [&] {
+                      album.Keep(frame, QStringLiteral("save-question"));
+                      Driver::Key(Qt::Key_Escape);
+                  });
+}
+
+}  // namespace
+
+void TourScreens(const QString& picture, const QString& folder, const QString& suffix) {
+    const Album album(folder, suffix);
+    Stage stage(LanguageId());
+    album.Keep(stage.Open({}), QStringLiteral("welcome"));
+    CMainFrameWnd& frame = stage.Open(picture);
+    album.Keep(frame, QStringLiteral("main"));
+    Retouch();
+    album.Keep(frame, QStringLiteral("adjusted"));
+    if (frame.devicePixelRatio() > 1) return;
+    KeepReview(frame, album);
+    KeepSaving(frame, album);
+    KeepQuestion(frame, album);
+    frame.resize(1920, 1080);
+    album.Keep(frame, QStringLiteral("main-1920x1080"));
+}
