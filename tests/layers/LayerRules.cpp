@@ -36,6 +36,7 @@ constexpr std::array Layers{
     Layer{"frames", 7, Widgets::Allowed, ToolWayOut},
     Layer{"beauty", 7, Widgets::Allowed, ToolWayOut},
     Layer{"text", 7, Widgets::Allowed, ToolWayOut},
+    Layer{"canvas/logic", 4, Widgets::Forbidden, "what logic objects share knows no window: hand sizes in as numbers"},
     Layer{"canvas", 6, Widgets::Allowed, "let the tool override an operation of CBaseWnd, or ask through ToolHost"},
     Layer{"platform/skin", 5, Widgets::Allowed,
           "a skinned window reports by OnNotify; whoever opened it knows the rest and hands values in"},
@@ -50,10 +51,10 @@ constexpr std::array Layers{
 };
 
 constexpr std::string_view LogicWayOut =
-    "a logic object may use core, platform and libs; hand the view size in as a number instead";
+    "a logic object may use canvas/logic, core, platform and libs; hand the view size in as a number instead";
 constexpr int HighestRankForLogic = 3;
-// A plain value in a target of its own, without widgets: the numbers of a view, which logic objects calculate with.
-constexpr std::string_view ValueHeader = "canvas/ViewGeometry.h";
+// Made for logic objects, though it stands above core.
+constexpr std::string_view SharedLogic = "canvas/logic";
 
 bool IsUnder(std::string_view path, std::string_view folder) {
     return path.size() > folder.size() && path.starts_with(folder) && path[folder.size()] == '/';
@@ -123,8 +124,7 @@ std::optional<std::string_view> Objection(const SourceFile& file, const SourceFi
     const Layer* to = LayerOf(header.path);
     if (!from || !to) return {};
     const bool sameTarget = TargetOf(file.path, *from) == TargetOf(header.path, *to);
-    if (IsLogic(file) && !sameTarget && to->rank > HighestRankForLogic && header.path != ValueHeader)
-        return LogicWayOut;
+    if (IsLogic(file) && !sameTarget && to->rank > HighestRankForLogic && to->folder != SharedLogic) return LogicWayOut;
     if (sameTarget || to->rank < from->rank) return {};
     return from->wayOut;
 }

@@ -77,9 +77,10 @@ TEST(LayerRule, NamesFileLineIncludeAndTheWayOut) {
     const Findings findings =
         CheckLayers({Header("canvas/CBaseWnd.h"), Including("tools/geometry/CutLogic.cpp", "\"CBaseWnd.h\"")});
     ASSERT_EQ(findings.size(), 1u);
-    EXPECT_EQ(findings[0],
-              "tools/geometry/CutLogic.cpp:2 includes canvas/CBaseWnd.h\n"
-              "  a logic object may use core, platform and libs; hand the view size in as a number instead");
+    EXPECT_EQ(
+        findings[0],
+        "tools/geometry/CutLogic.cpp:2 includes canvas/CBaseWnd.h\n"
+        "  a logic object may use canvas/logic, core, platform and libs; hand the view size in as a number instead");
 }
 
 TEST(LayerRule, DownwardIsAllowed) {
@@ -92,6 +93,15 @@ TEST(LayerRule, DownwardIsAllowed) {
         IsEmpty());
 }
 
+TEST(LayerRule, LogicObjectsShareOneFolderOfTheCanvas) {
+    EXPECT_THAT(CheckLayers({Header("canvas/logic/PictureView.h"), Header("core/History/Step.h"),
+                             Including("tools/crop/CutLogic.cpp", "\"PictureView.h\""),
+                             Including("canvas/CBaseWnd.cpp", "\"PictureView.h\""),
+                             Including("canvas/logic/SnapshotLogic.cpp", "\"Step.h\"")}),
+                IsEmpty());
+    EXPECT_EQ(CheckWidgetFree({Including("canvas/logic/PictureView.h", "<QtWidgets/QWidget>")}).size(), 1u);
+}
+
 TEST(LayerRule, SameTargetIsAllowedAcrossItsFolders) {
     EXPECT_THAT(CheckLayers({Header("core/Params/Basic.h"), Including("core/History/Ring.cpp", "\"Basic.h\""),
                              Header("tools/adjust/AdjustLogic.h"),
@@ -100,8 +110,9 @@ TEST(LayerRule, SameTargetIsAllowedAcrossItsFolders) {
 }
 
 TEST(LayerRule, UpwardFromEveryLayerIsFound) {
-    const std::vector<std::string> order{"app",       "save", "tools/adjust", "canvas",      "platform/skin",
-                                         "telemetry", "core", "platform",     "libs/pcfile", "libs/base"};
+    const std::vector<std::string> order{"app",           "save",         "tools/adjust", "canvas",
+                                         "platform/skin", "canvas/logic", "telemetry",    "core",
+                                         "platform",      "libs/pcfile",  "libs/base"};
     for (std::size_t lower = 1; lower < order.size(); ++lower) {
         for (std::size_t upper = 0; upper < lower; ++upper) {
             const std::vector<SourceFile> tree{Header(order[upper] + "/Above.h"),

@@ -5,6 +5,7 @@
 
 #include "AdjustChain.h"
 #include "AdjustSliders.h"
+#include "PictureView.h"
 
 namespace {
 
@@ -65,8 +66,7 @@ bool CAdjustLogic::TakeViewState() {
         const std::lock_guard lock(m_viewLock);
         m_geometry.SetImage({picture.Width(), picture.Height()});
         m_geometry.Restore(view->zoom, {view->x, view->y});
-        const QRect dest = m_geometry.ScreenRect();
-        if (view->destRect == dest && QSize(view->bitmap.Width(), view->bitmap.Height()) == dest.size()) {
+        if (IsViewOf(*view, m_geometry)) {
             m_state.ViewBitmap = view->bitmap;
             m_state.ViewSourceBitmap = view->bitmap;
             m_state.ViewRebuilt = false;

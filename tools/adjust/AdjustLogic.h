@@ -9,19 +9,12 @@
 #include <QtCore/QString>
 
 #include "AdjustState.h"
+#include "CanvasLogic.h"
 #include "CHistoryManager.h"
 #include "ProgressSpan.h"
 #include "StepCommitter.h"
-#include "ViewGeometry.h"
 
 class CObjProgress;
-
-// What the canvas paints.
-struct AdjustView {
-    Bitmap bitmap;  // shares the pixels; let go of it soon, since the next preview then needs no memory of its own
-    QRect dest;     // where it goes in the client
-    bool opaque = true;
-};
 
 // What the canvas tells the panel: scene, then the nine slider values, in the order of the panel.
 using AdjustPanelValues = std::array<int, 10>;
@@ -32,12 +25,8 @@ using AdjustPanelValues = std::array<int, 10>;
 // Live work happens on a bitmap of the view's size; the full picture is computed only when its result is asked for. The
 // two slider groups and the scene never act at once on one base: touching one folds the others into the picture.
 //
-// Threads: one at a time, which is the main thread, or the worker of a task while the main thread stands in the modal
-// progress loop. Meanwhile the main thread may call View() and Geometry(): both take the view lock, as does
-// everything that changes what they read.
-//
-// Every operation is a silent no-op without a picture. Sizes and points are physical pixels of the client.
-class CAdjustLogic : public StepSource {
+// Threads, units and what happens without a picture: CanvasLogic.
+class CAdjustLogic : public CanvasLogic, public StepSource {
   public:
     // The steps go to `history`, which outlives the object; the scene's result lies in its folder as AdEffectRes.bin.
     explicit CAdjustLogic(CHistoryManager& history = CHistoryManager::Instance());
@@ -46,16 +35,13 @@ class CAdjustLogic : public StepSource {
     CAdjustLogic(const CAdjustLogic&) = delete;
     CAdjustLogic& operator=(const CAdjustLogic&) = delete;
 
-    // Frees the bitmaps, sets all values and flags back; zoom and fit zoom 1. The view's size stays.
-    void Reset();
-    // Takes a picture as work and base; fits when its size differs from the former one's. Values stay.
-    void SetSource(const Bitmap& picture);
-    // Takes up what the last tool left in the history manager: picture, zoom, pan, and the view's pixels when they fit
-    // this view. False, and nothing is taken, when it left no view or no picture.
-    bool TakeViewState();
+    void Reset() override;
+    // Takes a picture as work and base. Values stay.
+    void SetSource(const Bitmap& picture) override;
+    bool TakeViewState() override;
 
     // The view. Each redraws it from the full picture when the geometry changed.
-    void SetViewSize(int width, int height);
+    void SetViewSize(int width, int height) override;
     void SetZoom(double zoom);
     void FitToWindow();
     void PanBy(int dx, int dy);
@@ -66,14 +52,11 @@ class CAdjustLogic : public StepSource {
     bool IsDragging() const { return m_dragging; }
     // Redraws the view in the settled quality.
     void RedrawHighQuality();
-    // Any other change of the geometry, for the canvas: takes `geometry` and redraws.
-    enum class ViewQuality { Settled, Moving };
-    void SetGeometry(const ViewGeometry& geometry, ViewQuality quality);
-    ViewGeometry Geometry() const;
-    AdjustView View() const;
-    // The whole picture with everything applied, reduced to lie within `bounds`, for an overview; without a full pass.
-    // Null without a picture.
-    Bitmap Overview(QSize bounds) const;
+    // Any other change of the geometry, for the canvas.
+    void SetGeometry(const ViewGeometry& geometry, ViewQuality quality) override;
+    ViewGeometry Geometry() const override;
+    CanvasView View() const override;
+    Bitmap Overview(QSize bounds) const override;
 
     // Sets a slider's value by its index and previews it; does not touch the history. An unknown index does nothing.
     void SetValue(int index, int value);
@@ -88,8 +71,8 @@ class CAdjustLogic : public StepSource {
     void ResetBasic();
     void ResetAdvance();
 
-    // The full picture with everything applied; null without one. Computed when something changed, else as it was.
-    Bitmap RenderResult();
+    // Computed when something changed, else as it was.
+    Bitmap RenderResult() override;
     // Applies the values to the view.
     void RunPreview();
 
@@ -110,23 +93,17 @@ class CAdjustLogic : public StepSource {
     // the history refused it; then it stays pending.
     bool CommitStep();
 
-    // History moves, each recording pending work first (Redo has nothing to record: it would lose what it goes to).
-    // False when nothing moved.
-    bool Undo();
-    bool Redo();
-    bool Jump(int row);
-    // Goes to the opened picture by a new step; undone like any other.
-    bool Revert();
-    // Leaves the tool: hands result and view to the history manager, and turns what only this tool can show into
-    // snapshots.
-    void Apply();
+    bool Undo() override;
+    bool Redo() override;
+    bool Jump(int row) override;
+    bool Revert() override;
+    // Also turns what only this tool can show into snapshots.
+    void Apply() override;
 
-    // The picture differs from the opened one, or work is pending.
-    bool IsImageChanged() const;
+    bool IsImageChanged() const override;
     // Leaving, undo or revert has something to record.
     bool HasPending() const;
-    // The same, and the history does not hold it yet.
-    bool HasUnrecorded() const { return HasPending() && !m_state.Recorded; }
+    bool HasUnrecorded() const override { return HasPending() && !m_state.Recorded; }
     bool HasPicture() const { return !m_state.WorkBitmap.IsNull(); }
     const AdjustState& State() const { return m_state; }
     QString SceneFilePath() const { return m_sceneFilePath; }

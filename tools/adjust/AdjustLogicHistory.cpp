@@ -6,6 +6,7 @@
 #include "AppPaths.h"
 #include "ImageParams.h"
 #include "PC_File.h"
+#include "PictureView.h"
 
 // The part of CAdjustLogic that makes and reads history steps.
 
@@ -142,13 +143,7 @@ void CAdjustLogic::Apply() {
     if (!m_state.WorkBitmap) return;
     m_history.SetCurrentBitmap(RenderResult());
     const ViewGeometry geometry = Geometry();
-    auto view = std::make_unique<CViewState>();
-    view->bitmap = m_state.ViewBitmap;
-    view->zoom = geometry.Zoom();
-    view->x = geometry.Pan().x();
-    view->y = geometry.Pan().y();
-    view->destRect = geometry.ScreenRect();
-    m_history.SetViewState(std::move(view));
+    m_history.SetViewState(MakeViewState(m_state.ViewBitmap, geometry));
     if (HasPending()) {
         m_committer.Leave();
         return;

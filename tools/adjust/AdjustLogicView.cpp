@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
 #include <cstring>
 
 #include "AdjustChain.h"
 #include "AdjustLogic.h"
-#include "PC_Dsp.h"
-#include "Truncate.h"
+#include "PictureView.h"
 
 // The part of CAdjustLogic that keeps the view's pixels.
 
@@ -14,17 +12,15 @@ ViewGeometry CAdjustLogic::Geometry() const {
     return m_geometry;
 }
 
-AdjustView CAdjustLogic::View() const {
+CanvasView CAdjustLogic::View() const {
     const std::lock_guard lock(m_viewLock);
     return {m_state.ViewBitmap, m_geometry.ScreenRect(), m_state.ViewOpaque};
 }
 
 Bitmap CAdjustLogic::Overview(QSize bounds) const {
-    const Bitmap& work = m_state.WorkBitmap;
-    if (!work || bounds.isEmpty()) return {};
-    const double scale =
-        std::min({1.0, double(bounds.width()) / work.Width(), double(bounds.height()) / work.Height()});
-    Bitmap overview = PC_Dsp::Resample(work, TruncateSide(work.Width() * scale), TruncateSide(work.Height() * scale));
+    double scale = 1.0;
+    Bitmap overview = ReducedWithin(m_state.WorkBitmap, bounds, &scale);
+    if (!overview) return {};
     RunAdjustChain(overview, AdjustChain(m_state.Basic, m_state.Advance, scale));
     return overview;
 }
@@ -93,16 +89,10 @@ void CAdjustLogic::RebuildView(ViewQuality quality) {
 
 // Draws the visible part of the full picture into a view bitmap of the destination's size.
 void CAdjustLogic::DrawFromWork(ViewQuality quality) {
-    if (!m_state.WorkBitmap) return;
     const std::lock_guard lock(m_viewLock);
-    if (!m_geometry.HasPicture()) return;
-    const QRectF source = m_geometry.ImageRect();
-    const QSize size = m_geometry.ScreenRect().size();
     Bitmap& view = m_state.ViewBitmap;
-    if (QSize(view.Width(), view.Height()) != size || view.SharesPixelsWith(m_state.ViewSourceBitmap))
-        view = Bitmap::Uninitialised(size.width(), size.height());
-    PC_Dsp::ResampleRect(m_state.WorkBitmap, source.x(), source.y(), source.width(), source.height(), view,
-                         quality == ViewQuality::Settled ? ResampleQuality::Best : ResampleQuality::Fast);
+    if (view.SharesPixelsWith(m_state.ViewSourceBitmap)) view = {};
+    if (!DrawVisiblePart(m_state.WorkBitmap, m_geometry, quality, view)) return;
     m_state.ViewRebuilt = true;
     m_viewQuality = quality;
 }

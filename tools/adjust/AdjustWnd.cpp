@@ -3,94 +3,23 @@
 
 #include <QtGui/QGuiApplication>
 
-#include "ClickCount.h"
 #include "CObjProgress.h"
-#include "Truncate.h"
 
 namespace {
 
 const QString LeaveChangedClick = QStringLiteral("888020101");
-constexpr int ZoomCode = 0;
 
 }  // namespace
 
 CAdjustWnd::CAdjustWnd(ToolHost& host, QWidget* parent, CHistoryManager& history)
-    : CViewWnd(host, ToolNumber, parent), m_logic(history) {
+    : CPictureWnd(host, ToolNumber, LeaveChangedClick, parent), m_logic(history) {
     Geometry() = m_logic.Geometry();
-}
-
-void CAdjustWnd::SetShowBitmap(const Bitmap& picture) {
-    m_logic.Reset();
-    const QSize client = Geometry().Client();
-    m_logic.SetViewSize(client.width(), client.height());
-    m_logic.SetSource(picture);
-    TakeUpSource();
-}
-
-bool CAdjustWnd::OnEnter() {
-    m_logic.Reset();
-    const QSize client = Geometry().Client();
-    m_logic.SetViewSize(client.width(), client.height());
-    if (!m_logic.TakeViewState()) return false;
-    TakeUpSource();
-    return true;
-}
-
-void CAdjustWnd::TakeUpSource() {
-    m_previewing = false;
-    Geometry() = m_logic.Geometry();
-    m_zoom = Geometry().Zoom();
-    RefreshNavigator();
-    Redraw(Paint::Later);
-}
-
-void CAdjustWnd::OnApply() {
-    if (IsImageChanged()) CountClick(LeaveChangedClick);
-    SetZoom(Geometry().Zoom());
-    m_logic.Apply();
-}
-
-void CAdjustWnd::OnUndo() {
-    m_logic.Undo();
-    TakeUpStep();
-}
-
-void CAdjustWnd::OnRedo() {
-    m_logic.Redo();
-    TakeUpStep();
-}
-
-void CAdjustWnd::OnRevert() {
-    m_logic.Revert();
-    TakeUpStep();
-}
-
-void CAdjustWnd::OnHistoryJump(int row) {
-    m_logic.Jump(row);
-    TakeUpStep();
-}
-
-// Shows what a move in the history came to. A picture of another size was fitted by the logic.
-void CAdjustWnd::TakeUpStep() {
-    m_previewing = false;
-    const double zoom = Geometry().Zoom();
-    Geometry() = m_logic.Geometry();
-    m_zoom = Geometry().Zoom();
-    UpdateViewRects();
-    ShowChange();
-    if (m_zoom != zoom) NotifyView(ZoomCode, Geometry().ZoomPercent());
-    NotifyView(ValuesCode, 0);
-}
-
-void CAdjustWnd::ShowChange() {
-    RefreshNavigator();
-    Redraw(Paint::Now);
 }
 
 // While the button is down on a slider, history and tools wait; the mouse is asked too, since a release may get lost.
 bool CAdjustWnd::IsStrokeHeld() const {
     const bool sliderHeld = m_previewing && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-    return sliderHeld || CViewWnd::IsStrokeHeld();
+    return sliderHeld || CPictureWnd::IsStrokeHeld();
 }
 
 void CAdjustWnd::PreviewValue(int index, int value) {
@@ -132,21 +61,4 @@ void CAdjustWnd::ResetBasic() {
 void CAdjustWnd::ResetAdvance() {
     m_logic.ResetAdvance();
     ShowChange();
-}
-
-ViewPicture CAdjustWnd::TakeViewPicture() {
-    AdjustView view = m_logic.View();
-    return {std::move(view.bitmap), view.opaque, view.dest};
-}
-
-void CAdjustWnd::OnViewChanged(ViewChange change) {
-    m_logic.SetGeometry(Geometry(), change == ViewChange::Settled ? CAdjustLogic::ViewQuality::Settled
-                                                                  : CAdjustLogic::ViewQuality::Moving);
-}
-
-Bitmap CAdjustWnd::NavigatorPicture() {
-    // Twice the thumbnail's side keeps it sharp when it is reduced to a screen of any scale.
-    const double scale = 2.0 * PixelRatio();
-    return m_logic.Overview(
-        {Truncate(CImageNavigateCtrl::ThumbWidth * scale), Truncate(CImageNavigateCtrl::ThumbHeight * scale)});
 }

@@ -2,34 +2,22 @@
 #pragma once
 
 #include "AdjustLogic.h"
-#include "CViewWnd.h"
+#include "CPictureWnd.h"
 
 // The canvas of the adjust tool: it maps the contract of canvases and the panel's wishes to the logic object, and
 // paints the logic's view bitmap.
-class CAdjustWnd : public CViewWnd {
+class CAdjustWnd : public CPictureWnd {
     Q_OBJECT
 
   public:
     static constexpr int ToolNumber = 1;
-    // Codes of NotifyView that this tool sends beside the zoom's: the panel's values changed (the panel fetches them by
-    // PanelValues), and the history moved.
+    // Code of NotifyView that this tool sends beside those of every tool: the panel's values changed (the panel fetches
+    // them by PanelValues).
     static constexpr int ValuesCode = 4;
-    static constexpr int HistoryCode = 5;
 
     // The history must outlive the canvas.
     CAdjustWnd(ToolHost& host, QWidget* parent, CHistoryManager& history = CHistoryManager::Instance());
 
-    // Contract of canvases (CBaseWnd).
-    Bitmap GetShowBitmap() override { return m_logic.RenderResult(); }
-    void SetShowBitmap(const Bitmap& picture) override;
-    bool OnEnter() override;
-    void OnApply() override;
-    bool IsImageChanged() override { return m_logic.IsImageChanged(); }
-    bool HasPendingWork() override { return m_logic.HasUnrecorded(); }
-    void OnUndo() override;
-    void OnRedo() override;
-    void OnRevert() override;
-    void OnHistoryJump(int row) override;
     bool IsStrokeHeld() const override;
 
     // For the panel, on the main thread; each paints before it returns.
@@ -50,15 +38,11 @@ class CAdjustWnd : public CViewWnd {
     const CAdjustLogic& Logic() const { return m_logic; }
 
   protected:
-    ViewPicture TakeViewPicture() override;
-    void OnViewChanged(ViewChange change) override;
-    Bitmap NavigatorPicture() override;
+    CanvasLogic& PictureLogic() override { return m_logic; }
+    void OnPictureTaken() override { m_previewing = false; }
+    void OnHistoryMoved() override { NotifyView(ValuesCode, 0); }
 
   private:
-    void TakeUpSource();
-    void TakeUpStep();
-    void ShowChange();
-
     CAdjustLogic m_logic;
     // A slider's value is on show and not yet recorded.
     bool m_previewing = false;

@@ -417,7 +417,7 @@ TEST_F(AdjustHistoryTest, AViewOfAnotherSizeIsDrawnFromThePicture) {
     Open(TestPictures::Face(800, 600), 300, 200);
     logic->SetZoom(1.3);
     LeaveAndEnter(500, 400);
-    const AdjustView view = logic->View();
+    const CanvasView view = logic->View();
     EXPECT_EQ(view.dest, QRect(0, 0, 500, 400));
     EXPECT_EQ(view.bitmap.Width(), 500);
     const Bitmap taken = view.bitmap.Clone();

@@ -362,7 +362,7 @@ TEST_F(AdjustLogicTest, AZoomedViewShowsTheVisiblePartWithTheValuesApplied) {
     Open(TestPictures::Face(400, 300), 200, 150);
     logic->SetValue(Contrast, 50);
     logic->SetZoom(1.0);
-    const AdjustView view = logic->View();
+    const CanvasView view = logic->View();
     EXPECT_EQ(view.dest, QRect(0, 0, 200, 150));
     const QRectF source = logic->Geometry().ImageRect();
     const Bitmap result = logic->RenderResult();
