@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
 #include <iterator>
 
 #include "Bench.h"
 #include "PC_Dsp.h"
+#include "Truncate.h"
 
 namespace {
 
@@ -76,9 +78,30 @@ static const BenchCase view("resample.view", [](BenchReport& report) {
     });
 });
 
-static const BenchCase rotate("rotate.quarter", [](BenchReport& report) {
-    ReportMaking(report, "rotate.quarter", [](const Bitmap& source) {
-        Bitmap turned = source;
-        PC_Dsp::SingleRotate(turned, Rotate90FlipNone);
+static const BenchCase resize("resize.12mp", [](BenchReport& report) {
+    ReportMaking(report, "resize.12mp", [](const Bitmap& source) {
+        PC_Dsp::Resample(source, Truncate(source.Width() * M_SQRT1_2), Truncate(source.Height() * M_SQRT1_2));
     });
+});
+
+static const BenchCase crop("crop.half", [](BenchReport& report) {
+    ReportMaking(report, "crop.half", [](const Bitmap& source) {
+        PC_Dsp::Clone(source, source.Width() / 7, source.Height() / 7, Truncate(source.Width() * M_SQRT1_2),
+                      Truncate(source.Height() * M_SQRT1_2));
+    });
+});
+
+static void ReportTurn(BenchReport& report, const char* name, RotateFlipType type) {
+    ReportMaking(report, name, [type](const Bitmap& source) {
+        Bitmap turned = source;
+        PC_Dsp::SingleRotate(turned, type);
+    });
+}
+
+static const BenchCase quarter("rotate.quarter",
+                               [](BenchReport& r) { ReportTurn(r, "rotate.quarter", Rotate90FlipNone); });
+static const BenchCase flip("rotate.flip", [](BenchReport& r) { ReportTurn(r, "rotate.flip", RotateNoneFlipX); });
+
+static const BenchCase free7("rotate.7", [](BenchReport& report) {
+    ReportMaking(report, "rotate.7", [](const Bitmap& source) { PC_Dsp::MultiRotate(source, 7, 0, 0, 0, 0); });
 });

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "FreeRotate.h"
 #include "PointPlan.h"
 #include "Resampler.h"
 #include "Rotate.h"
@@ -146,6 +147,13 @@ int PC_Dsp::SingleRotate(Bitmap* bitmap, RotateFlipType type) {
 
 int PC_Dsp::SingleRotate(Bitmap& bitmap, RotateFlipType type) {
     return SingleRotate(&bitmap, type);
+}
+
+Bitmap PC_Dsp::MultiRotate(const Bitmap& source, int angle, int, int, int, int) {
+    if (!source) return {};
+    const int degrees = (angle % 360 + 360) % 360;
+    if (degrees % 90 == 0) return Rotated(source, static_cast<RotateFlipType>(degrees / 90));
+    return FreelyRotated(source, degrees);
 }
 
 Bitmap PC_Dsp::Clone(const Bitmap& source, int x, int y, int width, int height) {

@@ -4,15 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CubicTaps.h"
+
 namespace {
 
 constexpr int One = 16384;
-
-double CatmullRom(double x) {
-    x = std::abs(x);
-    if (x < 1.0) return (1.5 * x - 2.5) * x * x + 1.0;
-    return x < 2.0 ? ((-0.5 * x + 2.5) * x - 4.0) * x + 2.0 : 0.0;
-}
 
 // The share of source pixel i in a result pixel that covers from `left` on for `scale` pixels.
 double Weight(ResampleFilter filter, int i, double left, double scale) {

@@ -4,9 +4,10 @@
 
 #include "PointKernels.h"
 #include "ResampleKernels.h"
+#include "RotateKernels.h"
 #include "SceneKernels.h"
 #include "UsmKernels.h"
 
-extern const PcDspKernels QUINCE_KERNEL_TABLE;
-const PcDspKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, PointRow, LumaRow,        UsmRowInPlace, SumRows,
-                                          SumColumns,         SkinRow,  SceneRowInPlace};
+extern const PcDspKernels QUINCE_KERNEL_TABLE = {
+    QUINCE_KERNEL_NAME, PointRow,     LumaRow,           UsmRowInPlace, SumRows,
+    SumColumns,         RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace};

@@ -57,6 +57,23 @@ struct SceneRow {
     float neutral = 0.0f;  // how far nearly grey pixels are drawn to grey
 };
 
+// The weights of four taps at 256 places between two pixels, in 1/16384, the sum of four exactly 16384.
+struct RotateWeights {
+    std::int16_t across[256 * 4];
+    // The same, laid out for the sum down a column: 4 times (weight 0, weight 2), then 4 times (weight 1, weight 3).
+    std::int16_t down[256 * 16];
+};
+
+// A run of result pixels of a free rotation. Places are in 1/2^32 source pixel and name the first of the four taps;
+// all taps of all pixels lie in the picture.
+struct RotateRun {
+    const std::uint8_t* pixels = nullptr;
+    std::ptrdiff_t stride = 0;
+    std::int64_t x = 0, y = 0;
+    std::int64_t stepX = 0, stepY = 0;
+    const RotateWeights* weights = nullptr;
+};
+
 struct PcDspKernels {
     const char* name;
 
@@ -75,6 +92,11 @@ struct PcDspKernels {
     // count pixels; each is the sum of `taps` (even) pixels of `in` from starts[i] on, with its own weights.
     void (*sumColumns)(const std::int16_t* in, const int* starts, const std::int16_t* weights, int taps, int count,
                        std::uint8_t* out);
+
+    // Samples `count` pixels, taking them as opaque. Returns the bitwise and of all pixels that were read.
+    std::uint32_t (*rotateOpaque)(const RotateRun& run, int count, std::uint8_t* out);
+    // The same with each pixel counted by its alpha. What comes out fully transparent is white.
+    void (*rotateTranslucent)(const RotateRun& run, int count, std::uint8_t* out);
 
     // Skin likelihood of each pixel, 0 to 1.
     void (*skinRow)(const std::uint8_t* pixels, int count, float* skin);

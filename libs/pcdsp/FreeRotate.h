@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Bitmap.h"
+
+// `source` turned clockwise by `degrees`, which is no multiple of 90; see PC_Dsp::MultiRotate. `source` is not null.
+// Null when the result would be larger than a bitmap may be.
+Bitmap FreelyRotated(const Bitmap& source, int degrees);
