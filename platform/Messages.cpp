@@ -11,59 +11,56 @@
 
 // The calls stand in a queue of our own and Qt's event only says that there is one: the lock that hands a call over is
 // then ours, and the thread sanitizer sees it (Qt's own locks it cannot see, since the library is not built for it).
+// For the same reason nothing here is made by the worker that happens to send first.
 
 namespace {
 
-class Mailbox : public QObject {
-  public:
-    void Put(QObject* guard, std::function<void()> call) {
-        auto wake = std::make_unique<QEvent>(QEvent::User);
-        {
-            const std::lock_guard lock(m_lock);
-            m_letters.push_back({guard, guard != nullptr, std::move(call)});
-        }
-        QCoreApplication::postEvent(this, wake.release());
-    }
-    // Drops every call; whoever waits for one of them goes on.
-    void Clear() {
-        std::deque<Letter> dropped;
-        const std::lock_guard lock(m_lock);
-        dropped.swap(m_letters);
-    }
-    void customEvent(QEvent*) override {
-        const Letter letter = Take();
-        if (letter.call && (letter.guard || !letter.guarded)) letter.call();
-    }
-
-  private:
-    struct Letter {
-        QPointer<QObject> guard;
-        bool guarded = false;
-        std::function<void()> call;
-    };
-    // One call for each event; none when the queue was cleared in between.
-    Letter Take() {
-        const std::lock_guard lock(m_lock);
-        if (m_letters.empty()) return {};
-        Letter letter = std::move(m_letters.front());
-        m_letters.pop_front();
-        return letter;
-    }
-
-    std::mutex m_lock;
-    std::deque<Letter> m_letters;
+struct Letter {
+    QPointer<QObject> guard;
+    bool guarded = false;
+    std::function<void()> call;
 };
 
-// Lives on the main thread, whichever thread sends first.
-Mailbox& MainMailbox() {
-    static const std::unique_ptr<Mailbox> mailbox = [] {
-        auto made = std::make_unique<Mailbox>();
-        made->moveToThread(QCoreApplication::instance()->thread());
-        qAddPostRoutine([] { MainMailbox().Clear(); });
-        return made;
-    }();
-    return *mailbox;
+class Mailbox : public QObject {
+  public:
+    void customEvent(QEvent*) override;
+};
+
+std::mutex mailLock;
+std::deque<Letter> letters;
+// Lives as long as the application object, on its thread; null when there is none.
+std::unique_ptr<Mailbox> mailbox;
+
+// One call for each event; none when the queue was cleared in between.
+Letter TakeLetter() {
+    const std::lock_guard lock(mailLock);
+    if (letters.empty()) return {};
+    Letter letter = std::move(letters.front());
+    letters.pop_front();
+    return letter;
 }
+
+void Mailbox::customEvent(QEvent*) {
+    const Letter letter = TakeLetter();
+    if (letter.call && (letter.guard || !letter.guarded)) letter.call();
+}
+
+// Drops every call; whoever waits for one of them goes on.
+void CloseMailbox() {
+    std::deque<Letter> dropped;
+    std::unique_ptr<Mailbox> closed;
+    const std::lock_guard lock(mailLock);
+    dropped.swap(letters);
+    closed.swap(mailbox);
+}
+
+void OpenMailbox() {
+    qAddPostRoutine(CloseMailbox);
+    const std::lock_guard lock(mailLock);
+    mailbox = std::make_unique<Mailbox>();
+}
+
+Q_COREAPP_STARTUP_FUNCTION(OpenMailbox)
 
 // What a sender waits for. The call holds it, and it is done when the last holder lets go, whether the call ran or not.
 class Receipt {
@@ -87,7 +84,10 @@ class Receipt {
 }  // namespace
 
 void MessageQueue::Post(QObject* guard, std::function<void()> call) {
-    if (QCoreApplication::instance()) MainMailbox().Put(guard, std::move(call));
+    const std::lock_guard lock(mailLock);
+    if (!mailbox) return;
+    letters.push_back({guard, guard != nullptr, std::move(call)});
+    QCoreApplication::postEvent(mailbox.get(), new QEvent(QEvent::User));
 }
 
 void MessageQueue::Send(std::function<void()> call) {
