@@ -51,6 +51,8 @@ function(quince_test name)
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     if(ARG_GUI)
         target_link_libraries(${name} PRIVATE quince_test_gui_main)
+        # Windows are made of skins, texts and icons.
+        add_dependencies(${name} quince_resources)
         set(kind gui)
         # One at a time: windows of two programs would take the keyboard from each other.
         set(alone RESOURCE_LOCK display)

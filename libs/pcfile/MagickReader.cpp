@@ -56,6 +56,8 @@ void SetLimits() {
     SetMagickResourceLimit(HeightResource, 1 << 20);
     SetMagickResourceLimit(DiskResource, 0);
     SetMagickResourceLimit(MapResource, 0);
+    // The formats that come here need no second thread, and a damaged file then fails the same way each time.
+    SetMagickResourceLimit(ThreadsResource, 1);
 }
 
 struct Call {
