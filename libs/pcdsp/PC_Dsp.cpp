@@ -34,7 +34,7 @@ ResampleFilter ViewFilter(double sourceLength, int length, ResampleQuality quali
 
 ResampleFilter WholeFilter(int sourceLength, int length) {
     if (sourceLength == length) return ResampleFilter::Area;
-    return sourceLength > length ? ResampleFilter::Smooth : ResampleFilter::Cubic;
+    return sourceLength > length ? ResampleFilter::Smooth : ResampleFilter::Sharp;
 }
 
 }  // namespace

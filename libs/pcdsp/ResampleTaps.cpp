@@ -3,12 +3,44 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "CubicTaps.h"
 
 namespace {
 
 constexpr int One = 16384;
+
+// A sinc in a window of Kaiser's: its reach in pixels, and the shape of the window. The fewest pixels and the softest
+// window of those compared that come nearest to the scene on zone plates and slanted edges of all kinds.
+struct SincWindow {
+    double reach, shape;
+};
+constexpr SincWindow Enlarging = {5.0, 6.0};
+constexpr SincWindow Reducing = {4.0, 4.5};
+constexpr SincWindow ReducingMuch = {3.0, 4.0};
+
+const SincWindow& ReducingBy(double scale) {
+    return scale < 2.0 ? Reducing : ReducingMuch;
+}
+
+// The modified Bessel function of the first kind and order 0, by its power series; for x up to 10.
+double Bessel0(double x) {
+    double sum = 1.0, term = 1.0;
+    for (int k = 1; k <= 24; ++k) {
+        term *= 0.25 * x * x / (k * k);
+        sum += term;
+    }
+    return sum;
+}
+
+// sin(pi x) / (pi x) in the window of Kaiser 1974.
+double WindowedSinc(double x, const SincWindow& window) {
+    if (std::abs(x) >= window.reach) return 0.0;
+    const double angle = std::numbers::pi * x, part = x / window.reach;
+    const double sinc = std::abs(angle) < 1e-9 ? 1.0 : std::sin(angle) / angle;
+    return sinc * Bessel0(window.shape * std::sqrt(1.0 - part * part)) / Bessel0(window.shape);
+}
 
 // The share of source pixel i in a result pixel that covers from `left` on for `scale` pixels.
 double Weight(ResampleFilter filter, int i, double left, double scale) {
@@ -17,11 +49,13 @@ double Weight(ResampleFilter filter, int i, double left, double scale) {
         case ResampleFilter::Area:
             return std::max(0.0, std::min(i + 1.0, left + scale) - std::max<double>(i, left));
         case ResampleFilter::Smooth:
-            return CatmullRom(offset / scale);
+            return WindowedSinc(offset / scale, ReducingBy(scale));
         case ResampleFilter::Linear:
             return std::max(0.0, 1.0 - std::abs(offset));
         case ResampleFilter::Cubic:
             return CatmullRom(offset);
+        case ResampleFilter::Sharp:
+            return WindowedSinc(offset, Enlarging);
     }
     return 0.0;
 }
@@ -32,11 +66,13 @@ double Reach(ResampleFilter filter, double scale) {
         case ResampleFilter::Area:
             return 0.5 * scale;
         case ResampleFilter::Smooth:
-            return 2.0 * scale;
+            return ReducingBy(scale).reach * scale;
         case ResampleFilter::Linear:
             return 1.0;
         case ResampleFilter::Cubic:
             return 2.0;
+        case ResampleFilter::Sharp:
+            return Enlarging.reach;
     }
     return 0.0;
 }

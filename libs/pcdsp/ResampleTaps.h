@@ -6,9 +6,10 @@
 
 enum class ResampleFilter {
     Area,    // the exact share of each source pixel in the area of a result pixel
-    Smooth,  // a cubic of twice that reach: sharper and with less false pattern
+    Smooth,  // a sinc, widened, in a window: sharper and with less false pattern
     Linear,  // the two neighbours
-    Cubic,   // the four neighbours (Catmull and Rom 1974, B = 0, C = 0.5 of Mitchell and Netravali 1988)
+    Cubic,   // the four neighbours (CubicTaps.h)
+    Sharp,   // the ten neighbours: a sinc in a window
 };
 
 // What one axis of a resampling reads: for each result pixel a first source pixel and `taps` weights in 1/16384, whose

@@ -11,7 +11,32 @@ constexpr int RowShift = 14 - 6;     // weights in 1/16384 to 1/64 level
 constexpr int ColumnShift = 14 + 6;  // to whole levels
 
 // A register of bytes with the few operations of the vertical pass. Unpacking works inside halves of 16 bytes.
-#if defined(__AVX2__)
+#if defined(__AVX512BW__)
+struct Wide {
+    static constexpr int Bytes = 64;
+    typedef __m512i Type;
+    QUINCE_INLINE Type Load(const std::uint8_t* p) { return _mm512_loadu_si512(p); }
+    QUINCE_INLINE Type Pair(std::int16_t a, std::int16_t b) {
+        return _mm512_set1_epi32((int)((unsigned)(std::uint16_t)a | (unsigned)(std::uint16_t)b << 16));
+    }
+    QUINCE_INLINE Type Zero() { return _mm512_setzero_si512(); }
+    QUINCE_INLINE Type Number(int v) { return _mm512_set1_epi32(v); }
+    QUINCE_INLINE Type And(Type a, Type b) { return _mm512_and_si512(a, b); }
+    QUINCE_INLINE Type Add(Type a, Type b) { return _mm512_add_epi32(a, b); }
+    QUINCE_INLINE Type MulAdd(Type a, Type b) { return _mm512_madd_epi16(a, b); }
+    QUINCE_INLINE Type LowBytes(Type a, Type b) { return _mm512_unpacklo_epi8(a, b); }
+    QUINCE_INLINE Type HighBytes(Type a, Type b) { return _mm512_unpackhi_epi8(a, b); }
+    QUINCE_INLINE Type Narrow(Type a, Type b) {
+        return _mm512_packs_epi32(_mm512_srai_epi32(a, RowShift), _mm512_srai_epi32(b, RowShift));
+    }
+    QUINCE_INLINE void Store(std::int16_t* out, Type first, Type second) {
+        const Type low = _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11),
+                   high = _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15);
+        _mm512_storeu_si512(out, _mm512_permutex2var_epi64(first, low, second));
+        _mm512_storeu_si512(out + 32, _mm512_permutex2var_epi64(first, high, second));
+    }
+};
+#elif defined(__AVX2__)
 struct Wide {
     static constexpr int Bytes = 32;
     typedef __m256i Type;
@@ -96,18 +121,45 @@ std::uint32_t SumRows(const std::uint8_t* const* rows, const std::int16_t* weigh
     return result;
 }
 
+// Two pixels of `in` by their two weights, added to the sums of the four channels.
+QUINCE_INLINE __m128i AddTwo(__m128i sum, const std::int16_t* in, const std::int16_t* weights) {
+    const __m128i two = _mm_loadu_si128((const __m128i*)in);
+    int pair;
+    __builtin_memcpy(&pair, weights, sizeof pair);
+    const __m128i mixed = _mm_unpacklo_epi16(two, _mm_unpackhi_epi64(two, two));
+    return _mm_add_epi32(sum, _mm_madd_epi16(mixed, _mm_set1_epi32(pair)));
+}
+
+#if defined(__AVX2__)
+// The sums over the first taps, four at a time; `t` says how many they were.
+QUINCE_INLINE __m128i AddFours(const std::int16_t* in, const std::int16_t* weights, int taps, int& t) {
+    const __m256i mix = _mm256_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15, 0, 1, 8, 9, 2, 3, 10, 11,
+                                         4, 5, 12, 13, 6, 7, 14, 15);
+    const __m256i spread = _mm256_setr_epi8(0, 1, 2, 3, 0, 1, 2, 3, 0, 1, 2, 3, 0, 1, 2, 3, 4, 5, 6, 7, 4, 5, 6, 7, 4,
+                                            5, 6, 7, 4, 5, 6, 7);
+    __m256i sum = _mm256_setzero_si256();
+    for (t = 0; t + 4 <= taps; t += 4) {
+        long long four;
+        __builtin_memcpy(&four, weights + t, sizeof four);
+        const __m256i pixels = _mm256_shuffle_epi8(_mm256_loadu_si256((const __m256i*)(in + 4 * t)), mix);
+        sum = _mm256_add_epi32(sum, _mm256_madd_epi16(pixels, _mm256_shuffle_epi8(_mm256_set1_epi64x(four), spread)));
+    }
+    return _mm_add_epi32(_mm256_castsi256_si128(sum), _mm256_extracti128_si256(sum, 1));
+}
+#else
+QUINCE_INLINE __m128i AddFours(const std::int16_t*, const std::int16_t*, int, int& t) {
+    t = 0;
+    return _mm_setzero_si128();
+}
+#endif
+
 void SumColumns(const std::int16_t* in, const int* starts, const std::int16_t* weights, int taps, int count,
                 std::uint8_t* out) {
     for (int i = 0; i < count; ++i, weights += taps) {
         const std::int16_t* from = in + std::ptrdiff_t{4} * starts[i];
-        __m128i sum = _mm_set1_epi32(1 << (ColumnShift - 1));
-        for (int t = 0; t < taps; t += 2) {
-            const __m128i two = _mm_loadu_si128((const __m128i*)(from + 4 * t));
-            int pair;
-            __builtin_memcpy(&pair, weights + t, sizeof pair);
-            const __m128i mixed = _mm_unpacklo_epi16(two, _mm_unpackhi_epi64(two, two));
-            sum = _mm_add_epi32(sum, _mm_madd_epi16(mixed, _mm_set1_epi32(pair)));
-        }
+        int t;
+        __m128i sum = _mm_add_epi32(AddFours(from, weights, taps, t), _mm_set1_epi32(1 << (ColumnShift - 1)));
+        for (; t < taps; t += 2) sum = AddTwo(sum, from + 4 * t, weights + t);
         const __m128i levels = _mm_packs_epi32(_mm_srai_epi32(sum, ColumnShift), sum);
         const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(levels, levels));
         __builtin_memcpy(out + std::ptrdiff_t{4} * i, &pixel, 4);
