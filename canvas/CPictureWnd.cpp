@@ -56,7 +56,7 @@ void CPictureWnd::TakeUpSource() {
 }
 
 void CPictureWnd::OnApply() {
-    if (IsImageChanged()) CountClick(m_leaveClick);
+    if (!m_leaveClick.isEmpty() && IsImageChanged()) CountClick(m_leaveClick);
     SetZoom(Geometry().Zoom());
     PictureLogic().Apply();
 }

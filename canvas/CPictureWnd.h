@@ -27,7 +27,7 @@ class CPictureWnd : public CViewWnd {
     void OnHistoryJump(int row) override;
 
   protected:
-    // `leaveClick` is counted when the tool is left with a changed picture.
+    // `leaveClick` is counted when the tool is left with a changed picture; empty for none.
     CPictureWnd(ToolHost& host, int tool, QString leaveClick, QWidget* parent);
 
     // The tool's logic object, a member of the derived class.

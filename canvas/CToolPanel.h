@@ -6,8 +6,9 @@
 
 // Base of the tools' panels in the left column. The main frame hands each panel the messages that concern its tool:
 // ImageLoadedMessage (show the rest state for the new picture), ViewNotifyMessage (codes 1 to 4, which the tool
-// defines; records are fetched from the canvas), RefreshPanelMessage (show what the canvas holds),
-// ClearSelectionsMessage, LeavingToolMessage (stop thumbnail workers and wait for them). Main thread.
+// defines; records are fetched from the canvas), RefreshPanelMessage (show what the canvas holds, and
+// go on with what LeavingToolMessage stopped), ClearSelectionsMessage, LeavingToolMessage (stop thumbnail workers and
+// wait for them), HandOffMessage (a row for a list). Main thread.
 class CToolPanel : public CXMLWnd {
     Q_OBJECT
 

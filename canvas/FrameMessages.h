@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <QtCore/QString>
 #include <variant>
 
@@ -9,12 +10,19 @@
 // The private messages that canvases, panels and bars send upward to the main frame, one struct each. They keep their
 // numbers so that a log can name them.
 
-// A text and a number hand a picture on to another tool (parameter 2 or 5).
+// A row for a list that a thumbnail thread fills; the list's panel makes it. A row of another generation than the
+// panel's present one belongs to a fill that was stopped.
 struct HandOffMessage {
     static constexpr int Number = 0x7EA;
+    static constexpr int EffectList = 2, BeautyList = 5;
     int kind = 0;
-    QString text;
-    int value = 0;
+    QString text;   // name of the look
+    int value = 0;  // its number
+    std::uint32_t colour = 0;
+    QString background;  // attribute of what lies over the thumbnail
+    Bitmap thumbnail;
+    int list = 0;  // which of the panel's lists
+    std::uint64_t generation = 0;
 };
 
 // What a canvas tells the frame about its view. A code belongs to the tool that sends it: code 0 (zoom in percent) and
@@ -50,7 +58,8 @@ struct LeavingToolMessage {
     int tool = 0;
 };
 
-// After undo, redo, revert or a jump: the tool's panel shows the state it finds.
+// After undo, redo, revert or a jump, after a tool was entered, and after an opening that came to nothing: the tool's
+// panel shows the state it finds.
 struct RefreshPanelMessage {
     static constexpr int Number = 0x7F4;
     int tool = 0;

@@ -177,6 +177,7 @@ int CMainFrameWnd::WhileModal(const std::function<int()>& show) {
 
 void CMainFrameWnd::closeEvent(QCloseEvent* event) {
     if (!MayClose()) return event->ignore();
+    OnFrameMessage(LeavingToolMessage{m_pMidWnd->Tool()});
     event->accept();
     emit Closed();
 }

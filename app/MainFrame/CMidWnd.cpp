@@ -64,10 +64,12 @@ void CMidWnd::SwitchTool(int tool) {
     entering->stackUnder(m_pCompareWnd);
     entering->Redraw(CBaseWnd::Paint::Now);
     delete leaving;
+    const bool first = m_nTool == 0;
     m_nTool = tool;
     // Leaving a tool turns its work into a step of its own without changing the picture: what was saved still is.
     if (discardable && m_saved) NoteSaved();
     UpdateSizeText();
+    if (!first) SendFrame(RefreshPanelMessage{m_nTool});
 }
 
 // On the task's worker.

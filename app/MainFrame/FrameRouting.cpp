@@ -13,9 +13,10 @@ void CMainFrameWnd::OnFrameMessage(const FrameMessage& message) {
     std::visit([this](const auto& m) { Route(m); }, message);
 }
 
-// A text and a number for another tool: the tool's own panel knows what to do with them.
+// A row goes to the panel whose list it is for, whatever tool is on show by now.
 void CMainFrameWnd::Route(const HandOffMessage& message) {
-    m_pLeftPanel->Deliver(m_pMidWnd->Tool(), message);
+    constexpr int EffectTool = 7, BeautyTool = 8;
+    m_pLeftPanel->Deliver(message.kind == HandOffMessage::EffectList ? EffectTool : BeautyTool, message);
 }
 
 // Codes 0 and 5 mean the same from every tool; the others are the sending tool's own.

@@ -41,7 +41,11 @@ bool CMidWnd::OpenImage(const QString& path) {
     SendFrame(LeavingToolMessage{m_nTool});
     SetCurrentImagePath(path);
     auto file = std::make_unique<PC_File>();
-    if (!Decode(path, *file)) return false;
+    if (!Decode(path, *file)) {
+        // The tool was not left after all: its panel goes on.
+        SendFrame(RefreshPanelMessage{m_nTool});
+        return false;
+    }
     const bool reduced = ReduceIfAsked();
     m_file = std::move(file);
     m_imageInfo = m_file->GetImageInfo() ? *m_file->GetImageInfo() : tag_ImageInfo{};

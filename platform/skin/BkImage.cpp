@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BkImage.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 #include <QtGui/QPainter>
@@ -22,6 +23,13 @@ QString FullPath(const QString& file) {
     return native.startsWith(QLatin1Char('/')) ? native : ResourcePath(native);
 }
 
+// The drawing of that file for a screen of this scale.
+QString FileAt(const QString& path, double scale) {
+    const QFileInfo file(path);
+    const QString fine = QStringLiteral("%1/%2@2x.%3").arg(file.path(), file.completeBaseName(), file.suffix());
+    return scale > 1.0 && QFileInfo::exists(fine) ? fine : path;
+}
+
 }  // namespace
 
 BkImage BkImage::Parse(const QString& attributes) {
@@ -35,13 +43,23 @@ BkImage BkImage::Parse(const QString& attributes) {
     return image;
 }
 
-CImageBox::CImageBox(QWidget* parent) : QWidget(parent) {}
-
-void CImageBox::SetImage(const QString& attributes) {
+void BkPicture::Set(const QString& attributes, double scale) {
     m_attributes = attributes;
     const BkImage image = BkImage::Parse(attributes);
     m_dest = image.dest;
-    m_pixmap = image.file.isEmpty() ? QPixmap() : QPixmap::fromImage(QImage(FullPath(image.file)));
+    m_pixmap = image.file.isEmpty() ? QPixmap() : QPixmap::fromImage(QImage(FileAt(FullPath(image.file), scale)));
+}
+
+void BkPicture::Paint(QPainter& painter, const QRect& control) const {
+    if (m_pixmap.isNull()) return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(Place(control), m_pixmap);
+}
+
+CImageBox::CImageBox(QWidget* parent) : QWidget(parent) {}
+
+void CImageBox::SetImage(const QString& attributes) {
+    m_picture.Set(attributes, devicePixelRatioF());
     update();
 }
 
@@ -50,7 +68,5 @@ void CImageBox::paintEvent(QPaintEvent*) {
     QStyleOption option;
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
-    if (m_pixmap.isNull()) return;
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(m_dest.isNull() ? rect() : m_dest, m_pixmap);
+    m_picture.Paint(painter, rect());
 }

@@ -57,7 +57,7 @@ TEST_F(Welcome, BasicEditingOpensAPictureInTheAdjustTool) {
 }
 
 TEST_F(Welcome, ToolsThatAreNotThereAreDisabledAndSaySo) {
-    Show();
+    Show({}, ToolTable({*BuiltInTools().Row(1)}));
     for (const char* name :
          {"BtnWelTeXiao", "BtnWelMeiRong", "btnTexiao", "btnMeiRong", "btnTab2", "btnTab3", "btnTab4"}) {
         const QWidget* control = Driver::Find(QLatin1String(name));
