@@ -14,7 +14,8 @@ extern "C" void PurgeTemporaryFiles(void);
 
 namespace {
 
-constexpr std::int64_t MostPixels = std::int64_t{1} << 29;
+// The library keeps eight bytes for a pixel.
+constexpr std::int64_t MostPixels = std::int64_t{1} << 27;
 
 const char* MagickName(PictureFormat format) {
     switch (format) {
