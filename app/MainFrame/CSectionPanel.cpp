@@ -30,9 +30,11 @@ int CSectionPanel::FirstBuilt(const SectionTab& tab) const {
 
 void CSectionPanel::ResetTabs() {
     if (!m_tabs.empty()) ShowPage(m_tabs.front());
+    for (CSectionPanel* inner : findChildren<CSectionPanel*>()) inner->ResetTabs();
 }
 
 void CSectionPanel::ShowTool(int tool) {
+    for (CSectionPanel* inner : findChildren<CSectionPanel*>()) inner->ShowTool(tool);
     for (const SectionTab& tab : m_tabs)
         if (std::find(tab.tools.begin(), tab.tools.end(), tool) != tab.tools.end()) return ShowPage(tab);
 }
@@ -46,6 +48,7 @@ void CSectionPanel::Enter(const SectionTab& tab) {
     const bool active = std::find(tab.tools.begin(), tab.tools.end(), m_host.Tool()) != tab.tools.end();
     ShowPage(tab);
     if (!active) m_host.SwitchTool(FirstBuilt(tab));
+    for (CSectionPanel* inner : findChildren<CSectionPanel*>()) inner->ShowTool(m_host.Tool());
 }
 
 void CSectionPanel::OnNotify(const Notify& notify) {

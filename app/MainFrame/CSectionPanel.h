@@ -18,7 +18,8 @@ struct SectionTab {
 };
 
 // Base of the left column's section panels: a row of tabs over a stack of pages. A tab leaves the present tool, shows
-// its page and enters its tool; a tab whose tools this version does not have is disabled and says so.
+// its page and enters its tool; a tab whose tools this version does not have is disabled and says so. A page may hold
+// a section panel of its own, whose tabs follow.
 class CSectionPanel : public CXMLWnd {
     Q_OBJECT
 

@@ -5,6 +5,10 @@
 
 #include "AdjustWnd.h"
 #include "BasePanelAdjust.h"
+#include "CEditJianCai.h"
+#include "CEditXiuGaiChiCun.h"
+#include "CutWnd.h"
+#include "SizeWnd.h"
 
 const ToolRow* ToolTable::Row(int number) const {
     const auto row = std::find_if(m_rows.begin(), m_rows.end(), [=](const ToolRow& r) { return r.number == number; });
@@ -16,5 +20,11 @@ ToolTable BuiltInTools() {
         {1, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CAdjustWnd(host, parent); },
          [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CBasePanelAdjust(host, parent); },
          QStringLiteral("AdjustLayout")},
+        {2, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CCutWnd(host, parent); },
+         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditJianCai(host, parent); },
+         QStringLiteral("Edit_CaiJian")},
+        {4, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CSizeWnd(host, parent); },
+         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXiuGaiChiCun(host, parent); },
+         QStringLiteral("Edit_XiuGaiChiCun")},
     });
 }

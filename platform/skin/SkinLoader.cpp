@@ -7,6 +7,7 @@
 
 #include "AppPaths.h"
 #include "BkImage.h"
+#include "CNumberEdit.h"
 #include "CSliderCtrl.h"
 #include "Language.h"
 #include "Log.h"
@@ -21,6 +22,7 @@ class Loader : public QUiLoader {
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {
         QWidget* widget = m_factory ? m_factory(className, parent, name) : nullptr;
         if (!widget && className == QLatin1String("CSliderCtrl")) widget = new CSliderCtrl(parent);
+        if (!widget && className == QLatin1String("CNumberEdit")) widget = new CNumberEdit(parent);
         if (!widget && className == QLatin1String("CImageBox")) widget = new CImageBox(parent);
         if (!widget) return QUiLoader::createWidget(className, parent, name);
         widget->setObjectName(name);

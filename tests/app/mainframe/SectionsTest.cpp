@@ -76,6 +76,21 @@ TEST_F(Sections, TabsOfBasicEditingEnterTheirTools) {
     }
 }
 
+TEST_F(Sections, TheEditTabShowsThePageOfTheToolThatItEnters) {
+    Driver::Click(QStringLiteral("btnTab2"));
+    Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
+    ASSERT_EQ(Mid().Tool(), 4);
+    Driver::Click(QStringLiteral("btnTab1"));
+    Driver::Click(QStringLiteral("btnTab2"));
+    EXPECT_EQ(Mid().Tool(), 2);
+    EXPECT_EQ(Page("TabLayoutUI_Edit"), 0);
+    // Coming back to the tab while one of its tools is on show keeps tool and page.
+    Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
+    Driver::Click(QStringLiteral("btnTab2"));
+    EXPECT_EQ(Mid().Tool(), 4);
+    EXPECT_EQ(Page("TabLayoutUI_Edit"), 2);
+}
+
 TEST_F(Sections, TabsOfBeautyCountTheirClicks) {
     Driver::Click(QStringLiteral("btnMeiRong"));
     for (const TabCase& tab : {TabCase{"BtnPiFu", "TabLayoutUI_MeiRong", 1, 9, "8880402"},

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <QtCore/QSize>
+
+// The arithmetic of proportions in the crop tool. A ratio is height divided by width, above 0; sides are whole pixels,
+// truncated, at least 1.
+
+// The ratios of the panel's list, by the item's index; 0 for the free selection. The item after these is the desktop's.
+constexpr std::array<double, 11> CutRatios{0.0,     1.0,     3.0 / 2,  4.0 / 3,   5.0 / 3, 5.0 / 4,
+                                           6.0 / 4, 7.0 / 5, 9.0 / 16, 10.0 / 16, 2.0 / 5};
+
+// The side that goes with the other one.
+int HeightFor(int width, double ratio);
+int WidthFor(int height, double ratio);
+
+// The largest size of this ratio within the picture.
+QSize FitRatio(QSize picture, double ratio);
+// The size whose width (height) was typed as `value`, 1 to the picture's, at this ratio; where the other side would be
+// 0 or larger than the picture's it is held there, and the typed one follows from it.
+QSize SizeByWidth(int value, double ratio, QSize picture);
+QSize SizeByHeight(int value, double ratio, QSize picture);
+// `size` with its sides exchanged; the side that then passes the picture's is held there and the other one follows.
+QSize Swapped(QSize size, QSize picture);
