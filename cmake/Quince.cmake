@@ -38,8 +38,9 @@ function(quince_library name)
     endif()
 endfunction()
 
-# The tests labelled tsan and what they need beside them: all that a check for data races has to build.
+# What a check has to build: the tests labelled tsan and what they need beside them, and the tests without windows.
 add_custom_target(quince_tsan_tests)
+add_custom_target(quince_unit_tests)
 
 # quince_test(name SOURCES files... LINKS targets... [GUI] [LABELS labels...] [TIMEOUT seconds])
 # One test program. GUI ones get a real window system (the test command starts a virtual one when there is none). The
@@ -58,6 +59,7 @@ function(quince_test name)
         set(alone RESOURCE_LOCK display)
     else()
         target_link_libraries(${name} PRIVATE quince_test_main)
+        add_dependencies(quince_unit_tests ${name})
         set(kind unit)
     endif()
     target_link_libraries(${name} PRIVATE quince_options ${ARG_LINKS} GTest::gtest GTest::gmock)

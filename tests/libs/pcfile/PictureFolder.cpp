@@ -122,7 +122,7 @@ Bytes MakeJpeg(const Bitmap& bitmap, int quality, JpegKind kind, const Bytes& pr
     return bytes;
 }
 
-Bytes MakePng(const Bitmap& bitmap, int bits, int type, const Bytes& profile) {
+Bytes MakePng(const Bitmap& bitmap, int bits, int type, const Bytes& profile, int level) {
     Bytes bytes;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png_create_info_struct(png);
@@ -134,6 +134,7 @@ Bytes MakePng(const Bitmap& bitmap, int bits, int type, const Bytes& profile) {
         },
         nullptr);
     png_set_IHDR(png, info, bitmap.Width(), bitmap.Height(), bits, type, PNG_INTERLACE_NONE, 0, 0);
+    png_set_compression_level(png, level);
     if (!profile.empty()) png_set_iCCP(png, info, "test", 0, profile.data(), static_cast<png_uint_32>(profile.size()));
     png_write_info(png, info);
     const bool colour = type & 2, alpha = type & 4;

@@ -42,8 +42,8 @@ double Mean(const Bitmap& a, const Bitmap& b);
 enum class JpegKind { Colour, Grey, Progressive, Cmyk, AdobeCmyk };
 Bytes MakeJpeg(const Bitmap& bitmap, int quality = 95, JpegKind kind = JpegKind::Colour, const Bytes& profile = {},
                const Bytes& exif = {});
-// PNG by libpng. `bits` 8 or 16; `type` is the PNG colour type 0, 2, 4 or 6.
-Bytes MakePng(const Bitmap& bitmap, int bits = 8, int type = 6, const Bytes& profile = {});
+// PNG by libpng. `bits` 8 or 16; `type` is the PNG colour type 0, 2, 4 or 6; `level` is zlib's, -1 for libpng's own.
+Bytes MakePng(const Bitmap& bitmap, int bits = 8, int type = 6, const Bytes& profile = {}, int level = -1);
 // An Exif block ("Exif\0\0" first) with nothing but an orientation.
 Bytes MakeOrientationExif(int orientation);
 // A file by one of Qt's writers.

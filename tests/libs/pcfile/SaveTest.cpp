@@ -80,24 +80,7 @@ TEST_F(Saving, PngOfDrawingsIsNoLargerThanLibpngAtLevelOne) {
          {TestPictures::Checker(1200, 900, 7, 0xFF203040u, 0xFFF0E0D0u), TestPictures::Face(900, 900),
           TestPictures::Ramp(1000, 700), TestPictures::Noise(500, 500, 1)}) {
         files.OnSaveQuick(Wide("a.png").c_str(), picture, 2, 90);
-        Bytes reference;
-        png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-        png_infop info = png_create_info_struct(png);
-        png_set_write_fn(
-            png, &reference,
-            [](png_structp p, png_bytep data, std::size_t count) {
-                auto& out = *static_cast<Bytes*>(png_get_io_ptr(p));
-                out.insert(out.end(), data, data + count);
-            },
-            nullptr);
-        png_set_IHDR(png, info, picture.Width(), picture.Height(), 8, PNG_COLOR_TYPE_RGB, 0, 0, 0);
-        png_set_compression_level(png, 1);
-        png_write_info(png, info);
-        png_set_filler(png, 0, PNG_FILLER_AFTER);
-        png_set_bgr(png);
-        for (int y = 0; y < picture.Height(); ++y) png_write_row(png, picture.Row(y));
-        png_write_end(png, nullptr);
-        png_destroy_write_struct(&png, &info);
+        const Bytes reference = MakePng(picture, 8, PNG_COLOR_TYPE_RGB, {}, 1);
         EXPECT_LE(Get("a.png").size(), reference.size() + reference.size() / 100 + 200);
     }
 }
