@@ -7,7 +7,9 @@
 #include "BasePanelAdjust.h"
 #include "CEditJianCai.h"
 #include "CEditXiuGaiChiCun.h"
+#include "CEditXuanZhuan.h"
 #include "CutWnd.h"
+#include "RotateWnd.h"
 #include "SizeWnd.h"
 
 const ToolRow* ToolTable::Row(int number) const {
@@ -23,6 +25,9 @@ ToolTable BuiltInTools() {
         {2, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CCutWnd(host, parent); },
          [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditJianCai(host, parent); },
          QStringLiteral("Edit_CaiJian")},
+        {3, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CRotateWnd(host, parent); },
+         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXuanZhuan(host, parent); },
+         QStringLiteral("Edit_XuanZhuan")},
         {4, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CSizeWnd(host, parent); },
          [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXiuGaiChiCun(host, parent); },
          QStringLiteral("Edit_XiuGaiChiCun")},

@@ -11,7 +11,9 @@ bool DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, ViewQu
     const QRectF source = geometry.ImageRect();
     const QSize size = geometry.ScreenRect().size();
     if (QSize(view.Width(), view.Height()) != size) view = Bitmap::Uninitialised(size.width(), size.height());
-    PC_Dsp::ResampleRect(picture, source.x(), source.y(), source.width(), source.height(), view,
+    const double x = double(picture.Width()) / geometry.Image().width();
+    const double y = double(picture.Height()) / geometry.Image().height();
+    PC_Dsp::ResampleRect(picture, source.x() * x, source.y() * y, source.width() * x, source.height() * y, view,
                          quality == ViewQuality::Settled ? ResampleQuality::Best : ResampleQuality::Fast);
     return true;
 }
@@ -40,7 +42,7 @@ Bitmap ReducedWithin(const Bitmap& picture, QSize bounds, double* scale) {
 }
 
 void PictureView::Clear() {
-    m_picture = {};
+    m_picture = m_standIn = {};
     const std::lock_guard lock(m_lock);
     const QSize client = m_geometry.Client();
     m_geometry = ViewGeometry(m_floor);
@@ -63,9 +65,18 @@ void PictureView::SetPicture(const Bitmap& picture) {
 void PictureView::SetPicture(const Bitmap& picture, const ViewGeometry& geometry, ViewQuality quality) {
     if (!picture) return;
     m_picture = picture;
+    m_standIn = {};
     const std::lock_guard lock(m_lock);
     m_geometry = geometry;
     Draw(quality);
+}
+
+void PictureView::ShowStandIn(const Bitmap& standIn, const ViewGeometry& geometry) {
+    if (!standIn) return;
+    m_standIn = standIn;
+    const std::lock_guard lock(m_lock);
+    m_geometry = geometry;
+    Draw(ViewQuality::Settled);
 }
 
 void PictureView::SetGeometry(const ViewGeometry& geometry, ViewQuality quality) {
@@ -100,7 +111,7 @@ CanvasView PictureView::View() const {
 }
 
 Bitmap PictureView::Overview(QSize bounds) const {
-    return ReducedWithin(m_picture, bounds);
+    return ReducedWithin(Shown(), bounds);
 }
 
 std::unique_ptr<CViewState> PictureView::MakeViewState() {
@@ -112,6 +123,7 @@ std::unique_ptr<CViewState> PictureView::MakeViewState() {
 
 void PictureView::TakeViewState(const Bitmap& picture, const CViewState& state) {
     m_picture = picture;
+    m_standIn = {};
     const std::lock_guard lock(m_lock);
     m_geometry.SetImage({picture.Width(), picture.Height()});
     m_geometry.Restore(state.zoom, {state.x, state.y});
@@ -123,7 +135,7 @@ void PictureView::TakeViewState(const Bitmap& picture, const CViewState& state) 
 
 // The lock is held.
 void PictureView::Draw(ViewQuality quality) {
-    if (!DrawVisiblePart(m_picture, m_geometry, quality, m_view)) return;
+    if (!DrawVisiblePart(Shown(), m_geometry, quality, m_view)) return;
     m_opaque = m_view.IsOpaque();
     m_quality = quality;
 }

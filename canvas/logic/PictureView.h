@@ -24,6 +24,9 @@ class PictureView {
     // size. Nothing for a null picture.
     void SetPicture(const Bitmap& picture, const ViewGeometry& geometry, ViewQuality quality);
     const Bitmap& Picture() const { return m_picture; }
+    // Shows `standIn`, a smaller version of a picture that is still to be made, as that picture in `geometry`, until
+    // the next SetPicture. Picture() stays what it was. Nothing for a null bitmap.
+    void ShowStandIn(const Bitmap& standIn, const ViewGeometry& geometry);
 
     // Takes a changed geometry and draws the view for it. Nothing happens when it is the present one and its view was
     // drawn well enough.
@@ -42,10 +45,12 @@ class PictureView {
     void TakeViewState(const Bitmap& picture, const CViewState& state);
 
   private:
+    const Bitmap& Shown() const { return m_standIn ? m_standIn : m_picture; }
     void Draw(ViewQuality quality);
 
     ViewGeometry::ZoomFloor m_floor;
     Bitmap m_picture;
+    Bitmap m_standIn;
     mutable std::mutex m_lock;  // guards what follows
     ViewGeometry m_geometry;
     Bitmap m_view;
@@ -55,8 +60,8 @@ class PictureView {
 
 // The same for tools that keep the view's pixels themselves. They hold their own lock.
 
-// Draws the visible part of `picture` into `view`, which is made when it has not the size of the destination. False,
-// and nothing is drawn, without a picture or a client.
+// Draws the visible part of `picture`, which may be smaller than `geometry` says that it is, into `view`, which is made
+// when it has not the size of the destination. False, and nothing is drawn, without a picture or a client.
 bool DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, ViewQuality quality, Bitmap& view);
 // The state that hands `view`, drawn for `geometry`, to the next tool.
 std::unique_ptr<CViewState> MakeViewState(const Bitmap& view, const ViewGeometry& geometry);

@@ -35,8 +35,20 @@ void SnapshotLogic::Replace(const Bitmap& picture) {
     ViewGeometry geometry = Geometry();
     geometry.SetImage({picture.Width(), picture.Height()});
     geometry.Fit();
-    m_view.SetPicture(picture, geometry, ViewQuality::Settled);
-    m_dirty = true;
+    Replace(picture, geometry, true);
+}
+
+void SnapshotLogic::Replace(const Bitmap& picture, const ViewGeometry& geometry, bool dirty) {
+    if (picture)
+        m_view.SetPicture(picture, geometry, ViewQuality::Settled);
+    else
+        m_view.Clear();
+    m_dirty = dirty;
+}
+
+void SnapshotLogic::ShowStandIn(const Bitmap& standIn, const ViewGeometry& geometry, bool dirty) {
+    m_view.ShowStandIn(standIn, geometry);
+    m_dirty = dirty;
 }
 
 std::unique_ptr<CHistoryStep> SnapshotLogic::BuildStep(bool) {

@@ -56,6 +56,12 @@ class SnapshotLogic : public CanvasLogic, public StepSource {
 
     // Something was done to the picture: shows the result at its fit zoom and marks it as not recorded.
     void Replace(const Bitmap& picture);
+    // The same in a geometry of the tool's own, which must count in the picture's size; `dirty` says whether the
+    // history does not hold this picture. A null picture shows nothing.
+    void Replace(const Bitmap& picture, const ViewGeometry& geometry, bool dirty);
+    // Shows a smaller version of a result that is still to be made (PictureView::ShowStandIn), which is not recorded.
+    // Whoever reads the result, BuildStep first of all, must see it made.
+    void ShowStandIn(const Bitmap& standIn, const ViewGeometry& geometry, bool dirty);
 
     // A picture came in from outside the tool: entering, opening, a move in the history. Nothing here. On a worker too.
     virtual void OnSource() {}

@@ -191,22 +191,31 @@ class Rotation {
     std::int64_t m_stepX, m_stepY;
 };
 
+struct Direction {
+    explicit Direction(int degrees)
+        : sine(std::sin(degrees * std::numbers::pi / 180.0)), cosine(std::cos(degrees * std::numbers::pi / 180.0)) {}
+    double sine, cosine;
+};
+
 // A side of the bounds; a hair less than whole does not open another pixel.
-double Side(double along, double across, double sine, double cosine) {
-    return std::ceil(along * std::abs(cosine) + across * std::abs(sine) - 1e-6);
+double Side(double along, double across, const Direction& turn) {
+    return std::ceil(along * std::abs(turn.cosine) + across * std::abs(turn.sine) - 1e-6);
 }
 
 }  // namespace
 
+RotatedBounds BoundsOf(int width, int height, int degrees) {
+    const Direction turn(degrees);
+    return {Side(width, height, turn), Side(height, width, turn)};
+}
+
 Bitmap FreelyRotated(const Bitmap& source, int degrees) {
-    const double angle = degrees * std::numbers::pi / 180.0;
-    const double sine = std::sin(angle), cosine = std::cos(angle);
-    const double wide = Side(source.Width(), source.Height(), sine, cosine);
-    const double high = Side(source.Height(), source.Width(), sine, cosine);
-    if (!Bitmap::Allowed(static_cast<std::int64_t>(wide), static_cast<std::int64_t>(high))) return {};
-    const int width = static_cast<int>(wide), height = static_cast<int>(high);
+    const RotatedBounds bounds = BoundsOf(source.Width(), source.Height(), degrees);
+    if (!Bitmap::Allowed(static_cast<std::int64_t>(bounds.width), static_cast<std::int64_t>(bounds.height))) return {};
+    const int width = static_cast<int>(bounds.width), height = static_cast<int>(bounds.height);
     Bitmap result = Bitmap::Uninitialised(width, height);
-    const Rotation rotation(source, sine, cosine, width, height, result.MutablePixels());
+    const Direction turn(degrees);
+    const Rotation rotation(source, turn.sine, turn.cosine, width, height, result.MutablePixels());
     ForEachBand((height + Tile - 1) / Tile, 1, [&](int first, int last) {
         for (int band = first; band < last; ++band) rotation.MakeRows(band * Tile, std::min(height, (band + 1) * Tile));
     });

@@ -10,6 +10,7 @@
 #include "Rotate.h"
 #include "Rows.h"
 #include "Scene.h"
+#include "Truncate.h"
 #include "UsmSharpen.h"
 
 namespace {
@@ -25,6 +26,11 @@ float Held(long value) {
 
 PixelView ViewOf(const Bitmap& bitmap) {
     return {bitmap.Pixels(), bitmap.Width(), bitmap.Height(), bitmap.Stride()};
+}
+
+// The same angle in 0 to 359 degrees.
+int WithinTurn(int angle) {
+    return (angle % 360 + 360) % 360;
 }
 
 ResampleFilter ViewFilter(double sourceLength, int length, ResampleQuality quality) {
@@ -151,9 +157,15 @@ int PC_Dsp::SingleRotate(Bitmap& bitmap, RotateFlipType type) {
 
 Bitmap PC_Dsp::MultiRotate(const Bitmap& source, int angle, int, int, int, int) {
     if (!source) return {};
-    const int degrees = (angle % 360 + 360) % 360;
+    const int degrees = WithinTurn(angle);
     if (degrees % 90 == 0) return Rotated(source, static_cast<RotateFlipType>(degrees / 90));
     return FreelyRotated(source, degrees);
+}
+
+void PC_Dsp::MultiRotateSize(int width, int height, int angle, int* rotatedWidth, int* rotatedHeight) {
+    const RotatedBounds bounds = BoundsOf(width, height, WithinTurn(angle));
+    *rotatedWidth = Truncate(bounds.width);
+    *rotatedHeight = Truncate(bounds.height);
 }
 
 Bitmap PC_Dsp::Clone(const Bitmap& source, int x, int y, int width, int height) {

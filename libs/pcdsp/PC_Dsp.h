@@ -101,11 +101,11 @@ class PC_Dsp {
     // --- Size and place
     // ------------------------------------------------------------------------------------------------
 
-    // The whole picture at another size. Where it reduces: a cubic (Catmull and Rom 1974) widened by the scale, which
-    // keeps out what the smaller picture can't carry; where it enlarges: a sinc over ten pixels in a window of
-    // Kaiser's. Separable, in whole numbers whose weights sum to exactly one: flat areas stay flat, the same size gives
-    // the same bytes. Beyond the source its border repeats. Translucent pixels count by their alpha. Null for a null
-    // picture, a size that is not allowed, or when cancelled.
+    // The whole picture at another size, by a sinc in a window of Kaiser's (1974): over ten pixels where it enlarges,
+    // over eight pixels of the result where it reduces (six from a half on), which keeps out what the smaller picture
+    // can't carry. Separable, in whole numbers whose weights sum to exactly one: flat areas stay flat, the same size
+    // gives the same bytes. Beyond the source its border repeats. Translucent pixels count by their alpha. Null for a
+    // null picture, a size that is not allowed, or when cancelled.
     static Bitmap Resample(const Bitmap& source, int width, int height, CObjProgress* progress = nullptr, int start = 0,
                            int end = 100);
 
@@ -129,6 +129,9 @@ class PC_Dsp {
     // give the same bytes with every instruction set. The four other numbers have no meaning. Null for a null picture
     // and when the bounds are larger than a bitmap may be.
     static Bitmap MultiRotate(const Bitmap& source, int angle, int, int, int, int);
+    // The size that MultiRotate would give a picture of width x height, both above 0, without making it. It may be
+    // larger than a bitmap may be; a side beyond the range of int is held at its end.
+    static void MultiRotateSize(int width, int height, int angle, int* rotatedWidth, int* rotatedHeight);
 
     // A copy of the part of `source` that lies in the rectangle; null when none does.
     static Bitmap Clone(const Bitmap& source, int x, int y, int width, int height);

@@ -142,4 +142,31 @@ TEST_F(PictureViewTest, ClearingForgetsThePictureAndKeepsTheClient) {
     EXPECT_DOUBLE_EQ(view.Geometry().Zoom(), 1.0);
 }
 
+TEST_F(PictureViewTest, AStandInShowsInThePlaceOfThePictureThatIsToCome) {
+    const Bitmap old = TestPictures::Noise(800, 600, 3), coming = TestPictures::Face(1000, 500);
+    const Bitmap standIn = PC_Dsp::Resample(coming, 250, 125);
+    view.SetPicture(old);
+    ViewGeometry geometry = view.Geometry();
+    geometry.SetImage({1000, 500});
+    geometry.SetZoom(0.5);
+    ASSERT_TRUE(geometry.CanDrag());
+    view.ShowStandIn(standIn, geometry);
+    EXPECT_EQ(view.Geometry(), geometry);
+    EXPECT_TRUE(view.Picture() == old);
+    ExpectDrawnFor(standIn);
+    const Bitmap shown = view.View().bitmap;
+    EXPECT_EQ(view.Overview({500, 500}).Width(), 250);
+    view.SetPicture(coming, geometry, ViewQuality::Settled);
+    ExpectDrawnFor(coming);
+    EXPECT_LE(TestPictures::LargestDifference(shown, view.View().bitmap), 60) << "the same part at the same place";
+    EXPECT_EQ(view.Overview({500, 500}).Width(), 500);
+}
+
+TEST_F(PictureViewTest, ANullStandInLeavesTheViewAsItIs) {
+    const Bitmap picture = TestPictures::Face(800, 600);
+    view.SetPicture(picture);
+    view.ShowStandIn({}, view.Geometry());
+    ExpectDrawnFor(picture);
+}
+
 }  // namespace

@@ -4,11 +4,11 @@
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QStyle>
 
 #include "AdjustWnd.h"
 #include "CCardNode.h"
 #include "CSliderCtrl.h"
+#include "ValueLabel.h"
 
 namespace {
 
@@ -21,22 +21,6 @@ const QString NodeGaoJi = QStringLiteral("NodeGaoJi");
 // Padding below a scene's text, for style sheets: the chosen one has its text higher.
 constexpr int TextPadding = 3;
 constexpr int TextPaddingSelected = 24;
-
-// Style sheets that select by a property look again only when they are asked to.
-void Repolish(QWidget* widget) {
-    widget->style()->unpolish(widget);
-    widget->style()->polish(widget);
-    widget->update();
-}
-
-// Label and value in their places; a value other than "no change" stands out.
-void ShowValue(QLabel* label, const QString& text, bool changed) {
-    if (!label) return;
-    label->setText(text);
-    if (label->property("changed").toBool() == changed) return;
-    label->setProperty("changed", changed);
-    Repolish(label);
-}
 
 bool IsGroupSet(AdjustGroup group, const AdjustPanelValues& values) {
     for (const AdjustSlider& row : AdjustSliders)

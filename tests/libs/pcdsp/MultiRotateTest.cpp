@@ -97,6 +97,10 @@ TEST(MultiRotate, GivesTheBoundsOfTheTurnedPicture) {
             const Bitmap result = Turned(source, angle);
             EXPECT_EQ(result.Width(), static_cast<int>(std::ceil(width - 1e-6))) << angle;
             EXPECT_EQ(result.Height(), static_cast<int>(std::ceil(height - 1e-6))) << angle;
+            int toldWidth = 0, toldHeight = 0;
+            PC_Dsp::MultiRotateSize(w, h, angle, &toldWidth, &toldHeight);
+            EXPECT_EQ(toldWidth, result.Width()) << angle;
+            EXPECT_EQ(toldHeight, result.Height()) << angle;
         }
     }
 }
