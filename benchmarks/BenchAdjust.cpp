@@ -1,31 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <cstdio>
-
 #include "AdjustSliders.h"
 #include "AdjustWnd.h"
 #include "BasePanelAdjust.h"
-#include "BenchTool.h"
+#include "BenchHost.h"
+#include "BenchSlider.h"
 #include "BenchWindows.h"
-#include "CSliderCtrl.h"
 
 namespace {
 
 using namespace AdjustIndex;
 
-// Drags a slider of the panel with the other values of its group set, as ReportDrag
-// does.
+// Drags a slider of the panel with the other values of its group set.
 void Drag(BenchReport& report, const std::string& name, int index, const std::vector<std::pair<int, int>>& values) {
     NeedWindows();
-    BenchHost<CAdjustWnd, CBasePanelAdjust> host(BenchPicture(Size24));
-    // Larger than the client: every pixel of the view is computed and painted.
-    host.canvas->ZoomToPercent(30);
-    auto* slider = host.panel->Find<CSliderCtrl>(FindAdjustSlider(index)->Control());
-    if (!slider) {
-        std::printf("%-28s no skin beside the program: not measured\n", name.c_str());
-        return;
-    }
+    BenchHost<CAdjustWnd> host(BenchPicture(Size24));
+    auto* panel = new CBasePanelAdjust(host, &host.frame);
+    panel->setGeometry(0, 0, 250, 1000);
+    panel->show();
+    QApplication::processEvents();
     for (const auto& [other, value] : values) host.canvas->PreviewValue(other, value);
-    ReportDrag(report, name, *slider);
+    ReportSliderDrag(report, name, *panel, FindAdjustSlider(index)->control);
 }
 
 }  // namespace

@@ -73,14 +73,20 @@ void Driver::Release(const QString& name) {
     QTest::mouseRelease(Find(name), Qt::LeftButton);
 }
 
-void Driver::DragSlider(const QString& name, int value) {
+void Driver::HoldSlider(const QString& name, int value, const std::function<void()>& held) {
     auto* slider = qobject_cast<CSliderCtrl*>(Usable(name));
     if (!slider) qFatal("not a slider: %s", qPrintable(name));
     const int from = slider->value();
     QTest::mousePress(slider, Qt::LeftButton, {}, slider->HandleAt(from));
     constexpr int Moves = 8;
     for (int i = 1; i <= Moves; ++i) QTest::mouseMove(slider, slider->HandleAt(from + (value - from) * i / Moves));
+    held();
     QTest::mouseRelease(slider, Qt::LeftButton, {}, slider->HandleAt(value));
+}
+
+void Driver::DragSlider(const QString& name, int value) {
+    HoldSlider(name, value, [] {});
+    auto* slider = qobject_cast<CSliderCtrl*>(Find(name));
     // A pixel may stand for more than one step: the arrow keys do the rest.
     for (int i = 0; i < 4 && slider->value() != value; ++i)
         QTest::keyClick(slider, slider->value() < value ? Qt::Key_Right : Qt::Key_Left);

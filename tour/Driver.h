@@ -21,6 +21,8 @@ class Driver {
     static void Release(const QString& name);
     // Drags a slider's handle from where it is to a value, in several moves, and sets it exactly by the arrow keys.
     static void DragSlider(const QString& name, int value);
+    // Drags a slider's handle to a value and calls `held` before it lets go.
+    static void HoldSlider(const QString& name, int value, const std::function<void()>& held);
     // Replaces the text of a field.
     static void Type(const QString& name, const QString& text);
     static void ChooseItem(const QString& combo, int index);

@@ -52,6 +52,18 @@ void KeepReview(CMainFrameWnd& frame, const Album& album) {
     Driver::Key(Qt::Key_0, Qt::ControlModifier);
 }
 
+// Rotation, and back to where the tour was.
+void KeepRotation(CMainFrameWnd& frame, const Album& album) {
+    Driver::Click(QStringLiteral("btnTab2"));
+    Driver::Click(QStringLiteral("BtnXuanZhuan"));
+    Driver::HoldSlider(QStringLiteral("SlideRenYiXuanZhuan"), -9, [&] { album.Keep(frame, QStringLiteral("rotate")); });
+    Driver::Click(QStringLiteral("BtnYouXuanZhuan"));
+    Driver::Click(QStringLiteral("BtnZuoYouFanZhuan"));
+    album.Keep(frame, QStringLiteral("rotated"));
+    Driver::Click(QStringLiteral("BtnChongZhi"));
+    Driver::Click(QStringLiteral("btnTab1"));
+}
+
 void KeepSaving(CMainFrameWnd& frame, const Album& album) {
     Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
                   [&] {
@@ -93,6 +105,7 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     album.Keep(frame, QStringLiteral("adjusted"));
     if (frame.devicePixelRatio() > 1) return;
     KeepReview(frame, album);
+    KeepRotation(frame, album);
     KeepSaving(frame, album);
     KeepQuestion(frame, album);
     frame.resize(1920, 1080);

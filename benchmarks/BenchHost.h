@@ -1,33 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <memory>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 
-#include "Bench.h"
 #include "CBaseWnd.h"
 #include "CHistoryManager.h"
 #include "RunTask.h"
 #include "ToolHost.h"
 
-class CSliderCtrl;
-
-// A tool's canvas of 1600 x 1000 with its panel in a window, at fit.
-template <class Wnd, class Panel>
+// The work area around one canvas in a few lines: a picture larger than its client of 1600 x 1000, so that every pixel
+// of the view is computed and painted.
+template <class Wnd>
 class BenchHost : public ToolHost {
   public:
     explicit BenchHost(const Bitmap& picture) : history(folder.path() + QStringLiteral("/")) {
         frame.resize(1850, 1000);
         canvas = new Wnd(*this, &frame, history);
-        panel = new Panel(*this, &frame);
-        panel->setGeometry(0, 0, 250, 1000);
         canvas->Place(QRect(250, 0, 1600, 1000));
         frame.show();
         QApplication::processEvents();
         history.OpenImage(picture);
         canvas->SetShowBitmap(picture);
-        canvas->ZoomFit();
+        canvas->ZoomToPercent(30);
         QApplication::processEvents();
     }
     int Tool() const override { return Wnd::ToolNumber; }
@@ -45,9 +41,13 @@ class BenchHost : public ToolHost {
     CHistoryManager history;
     QWidget frame;
     Wnd* canvas = nullptr;
-    Panel* panel = nullptr;
 };
 
-// Drags a slider to and fro and adds a row each for the median and the worst event: from the mouse's move until the
-// window is painted.
-void ReportDrag(BenchReport& report, const std::string& name, CSliderCtrl& slider);
+// A mouse event, handled before this returns.
+inline void SendMouse(QWidget* widget, QEvent::Type type, QPoint at) {
+    const bool move = type == QEvent::MouseMove;
+    const bool release = type == QEvent::MouseButtonRelease;
+    QMouseEvent event(type, QPointF(at), widget->mapToGlobal(QPointF(at)), move ? Qt::NoButton : Qt::LeftButton,
+                      release ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
