@@ -38,6 +38,18 @@ function(quince_library name)
     endif()
 endfunction()
 
+# quince_kernels(base.cpp avx2.cpp avx512.cpp)
+# The same kernels once for each instruction set; libs/base/InstructionSets.h chooses for the machine. Each is optimised
+# in every configuration but Debug, since a row of arithmetic is all they are.
+function(quince_kernels base avx2 avx512)
+    set(options $<$<NOT:$<CONFIG:Debug>>:-O3> -fno-math-errno -fno-trapping-math)
+    set_source_files_properties(${base} PROPERTIES COMPILE_OPTIONS "${options}")
+    set_source_files_properties(${avx2} PROPERTIES COMPILE_OPTIONS "${options};-mavx2;-mfma")
+    # GCC 12's own AVX-512 header trips these two warnings in every intrinsic that leaves its unused lanes undefined.
+    set_source_files_properties(${avx512} PROPERTIES
+        COMPILE_OPTIONS "${options};-mavx512f;-mavx512bw;-mavx512dq;-mavx512vl;-mfma;-mprefer-vector-width=512;-Wno-uninitialized;-Wno-maybe-uninitialized")
+endfunction()
+
 # What a check has to build: the tests labelled tsan and what they need beside them, and the tests without windows.
 add_custom_target(quince_tsan_tests)
 add_custom_target(quince_unit_tests)

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "InstructionSets.h"
+
 // A rising curve at the 256 levels, in levels x 256: its value, and how far it rises to the next level (0 for the
 // last).
 struct PointCurve {
@@ -104,11 +106,6 @@ struct PcDspKernels {
     void (*sceneRow)(std::uint8_t* pixels, int count, const SceneRow& row);
 };
 
-// The table in use: the widest that the machine runs.
+// The table in use, and that of one instruction set by its number in InstructionSets.h.
 const PcDspKernels& Kernels();
-
-// For tests: the tables that this machine can run, narrowest first, and the choice of one; a negative index restores
-// the widest. Not while a call of the library runs.
-int KernelSetCount();
 const PcDspKernels& KernelSet(int index);
-void SelectKernelSet(int index);

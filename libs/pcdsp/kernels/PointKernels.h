@@ -3,6 +3,7 @@
 // three planes of levels in floating point, so that nothing is rounded before the end.
 #pragma once
 
+#include "CurveLanes.h"
 #include "Kernels.h"
 #include "Lanes.h"
 #include "SkinTone.h"

@@ -9,27 +9,12 @@
 #include "Operations.h"
 #include "Parallel.h"
 #include "TestPictures.h"
+#include "WatchfulSink.h"
 
 namespace {
 
 const std::pair<int, int> Sizes[] = {{1, 1}, {1, 31}, {31, 1}, {2, 2}, {7, 13}, {127, 61}, {211, 199}};
 constexpr eScenarioType NoScene = static_cast<eScenarioType>(9);
-
-// Remembers what it was told; asks to stop once `allowed` questions were answered with yes.
-class WatchfulSink : public CObjProgress {
-  public:
-    explicit WatchfulSink(int allowed = INT_MAX) : m_allowed(allowed) {}
-    void SetValue(float v) override {
-        if (v < m_fValue) ranBackwards = true;
-        m_fValue = v;
-    }
-    int CanContinue() override { return m_allowed-- > 0; }
-
-    bool ranBackwards = false;
-
-  private:
-    int m_allowed;
-};
 
 class EveryOperation : public testing::TestWithParam<Operation> {
   protected:

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers side by side, as many as the instruction set that this file is compiled for holds in one register.
 //
-// Everything below kernels/ is compiled once per instruction set into a namespace of its own and has internal linkage;
-// it includes no standard header with inline functions, since the linker could pick the copy that was compiled for the
-// widest set and the program would fail on a machine without it.
+// Everything below a folder kernels/ is compiled once per instruction set into a namespace of its own and has internal
+// linkage; it includes no standard header with inline functions, since the linker could pick the copy that was compiled
+// for the widest set and the program would fail on a machine without it.
 #pragma once
 
 #include <immintrin.h>
 
 #include <cstddef>
 #include <cstdint>
-
-#include "Kernels.h"
 
 namespace {
 
@@ -116,49 +114,6 @@ QUINCE_INLINE Floats Inverse(Floats a) {
 QUINCE_INLINE Floats Root(Floats a) {
     return Sqrt(Max(a, Spread(0.0f)));
 }
-
-// Looks up a curve at two levels of each lane at once. WithRise asks for the way to the next level too.
-struct CurvePair {
-    Floats low, high, riseLow, riseHigh;
-};
-
-#if defined(__AVX512BW__)
-// The whole table lies in eight registers, and the two indices of a lane are the two halves of a word: far quicker than
-// a gather.
-QUINCE_INLINE __m512i LookUp256(const std::uint16_t* table, __m512i index) {
-    const auto part = [&](int n) __attribute__((always_inline)) {
-        return _mm512_permutex2var_epi16(_mm512_loadu_si512(table + 64 * n), index,
-                                         _mm512_loadu_si512(table + 64 * n + 32));
-    };
-    const __mmask32 odd = _mm512_test_epi16_mask(index, _mm512_set1_epi16(64));
-    const __mmask32 upper = _mm512_test_epi16_mask(index, _mm512_set1_epi16(128));
-    return _mm512_mask_blend_epi16(upper, _mm512_mask_blend_epi16(odd, part(0), part(1)),
-                                   _mm512_mask_blend_epi16(odd, part(2), part(3)));
-}
-template <bool WithRise>
-QUINCE_INLINE CurvePair ReadCurve(const PointCurve& curve, Ints low, Ints high) {
-    const __m512i index = (__m512i)((Words)low | (Words)high << 16);
-    const Words value = (Words)LookUp256(curve.value, index);
-    CurvePair pair = {ToFloats((Ints)(value & 65535u)), ToFloats((Ints)(value >> 16)), Floats{}, Floats{}};
-    if (WithRise) {
-        const Words rise = (Words)LookUp256(curve.rise, index);
-        pair.riseLow = ToFloats((Ints)(rise & 65535u));
-        pair.riseHigh = ToFloats((Ints)(rise >> 16));
-    }
-    return pair;
-}
-#else
-template <bool WithRise>
-QUINCE_INLINE CurvePair ReadCurve(const PointCurve& curve, Ints low, Ints high) {
-    const Words atLow = Gather(curve.both, low), atHigh = Gather(curve.both, high);
-    CurvePair pair = {ToFloats((Ints)(atLow >> 16)), ToFloats((Ints)(atHigh >> 16)), Floats{}, Floats{}};
-    if (WithRise) {
-        pair.riseLow = ToFloats((Ints)(atLow & 65535u));
-        pair.riseHigh = ToFloats((Ints)(atHigh & 65535u));
-    }
-    return pair;
-}
-#endif
 
 QUINCE_INLINE Floats Max3(Floats a, Floats b, Floats c) {
     return Max(Max(a, b), c);

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which instruction set the kernels of the pixel libraries run with. A library compiles its kernels for each of them
+// (quince_kernels in cmake/Quince.cmake) and keeps one table of functions per set, in this order:
+// 0 baseline, 1 AVX2, 2 AVX-512.
+#pragma once
+
+// The number in use: the widest that this machine runs. Any thread.
+int SelectedKernelSet();
+
+// For tests: how many of the sets this machine runs, narrowest first, and the choice of one; an index outside of them
+// restores the widest. Not while a call of a pixel library runs.
+int KernelSetCount();
+void SelectKernelSet(int index);

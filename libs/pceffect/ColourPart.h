@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Recipe.h"
+#include "ToneCurve.h"
+
+// The part of a look that depends on one pixel's colour alone, exactly. Values are gamma-coded sRGB, 0 to 1; results
+// may lie outside and are held there at the very end by whoever uses them, so that everything before stays smooth and a
+// lattice of samples can stand for it.
+//
+// In this order: matrix; black and white mix; master curve, then the curves of the channels; saturation and hues;
+// split tones; fade; then skin goes back towards its own hue, as far as the recipe says. Chroma is a vector in the
+// plane across the grey axis, its angle the hue (0 red, 120 green, 240 blue); everything that changes chroma keeps the
+// luma (ITU-R BT.709) unless it says otherwise.
+class ColourPart {
+  public:
+    explicit ColourPart(const Recipe& recipe);
+
+    Triple At(const Triple& colour) const;
+    // Standard deviation of the grain on a result, in levels.
+    double GrainAt(const Triple& result) const;
+
+  private:
+    void ChangeHues(Triple& colour) const;
+    void SplitTone(Triple& colour) const;
+    void KeepSkin(Triple& colour, const Triple& source) const;
+
+    const Recipe m_recipe;
+    const ToneCurve m_master, m_red, m_green, m_blue;
+    bool m_matrix, m_hues, m_split;
+    Triple m_shadowLean, m_highlightLean;
+    std::vector<HueChange> m_wheel;  // by whole degrees
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The inner loops of the library: one table of functions per instruction set, chosen once for the machine. All of them
+// count in whole numbers and give the same bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "InstructionSets.h"
+
+// Levels are kept from -LatticeReach to 255 + LatticeReach, in steps of 1 / LatticeScale.
+constexpr int LatticeReach = 64;
+constexpr int LatticeScale = 170;
+// The fourth number of a point holds levels of grain times this.
+constexpr int GrainScale = 8;
+
+// A cube of points, four numbers each: blue, green, red, grain; blue runs fastest. The numbers after the strides say
+// how a channel x becomes a place: index = x * indexFactor >> 16, and the place in 1/32768 of a step is x * placeFactor
+// + (x * restFactor >> 16).
+struct LatticeView {
+    const std::uint16_t* points = nullptr;
+    int strideGreen = 0;  // in points
+    int strideRed = 0;
+    int indexFactor = 0;
+    int placeFactor = 0;
+    int restFactor = 0;
+};
+
+// What position does to a pixel: result = colour * gain + light. Eight numbers a pixel, gain of blue, green, red and
+// grain in 1/32768, then light in 1/127.5 level. PlaceSlot tells where the kernels of the set in use keep pixel i.
+constexpr int PlaceNumbers = 8;
+
+struct EffectKernels {
+    const char* name;
+
+    // Replaces `count` pixels by what the lattice holds for them. `place` and `noise` may be null; each is readable for
+    // 16 pixels more. Noise is in 1/32 of its standard deviation.
+    void (*lookRow)(std::uint8_t* pixels, int count, const LatticeView& lattice, const std::int16_t* place,
+                    const std::int8_t* noise);
+
+    // Spreads a row of nodes, 2^shift pixels apart, over the pixels first to first + count - 1; node 0 lies half a
+    // distance before pixel 0. `first` is a multiple of 16.
+    void (*spreadRow)(const std::int16_t* nodes, int shift, int first, int count, std::int16_t* place);
+
+    // Adds blue, green and red of 2^shift pixels at a time to sums[4 * block]; the last block may be shorter.
+    void (*sumBlocks)(const std::uint8_t* pixels, int count, int shift, std::uint32_t* sums);
+
+    // target = target + (other - target) * weight / 2^20 for `bytes` bytes, rounded to the nearest, halves up.
+    void (*fadeRow)(std::uint8_t* target, const std::uint8_t* other, std::size_t bytes, int weight);
+};
+
+const EffectKernels& EffectKernelsInUse();
+// That of one instruction set by its number in InstructionSets.h.
+const EffectKernels& EffectKernelSet(int index);

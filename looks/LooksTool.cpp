@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+#include <QtCore/QStringList>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImageWriter>
+
+#include "ContactSheet.h"
+#include "CubeFile.h"
+#include "LookShelf.h"
+#include "PC_File.h"
+#include "WholeFile.h"
+
+namespace {
+
+const char Usage[] =
+    "quince-looks check                          reads every look and names what is wrong\n"
+    "quince-looks cube INDEX OUT.cube            writes the colour part of a look as a table of 33 points a side\n"
+    "quince-looks sheet PICTURE OUT [FIRST LAST [TILE]]\n"
+    "                                            draws the looks (all, or from FIRST to LAST) on a picture, tiles\n"
+    "                                            TILE pixels wide; OUT ends in .jpg or .png\n";
+
+constexpr int CubeSize = 33;
+
+std::filesystem::path Program() {
+    return QCoreApplication::applicationDirPath().toStdWString();
+}
+
+int Fail(const QString& what) {
+    std::fprintf(stderr, "quince-looks: %s\n", qUtf8Printable(what));
+    return 1;
+}
+
+int Check() {
+    int wrong = 0;
+    for (int index = 0; index < LookShelf::Count; ++index) {
+        std::string error;
+        if (LookShelf::Take(Program(), index, &error)) continue;
+        std::fprintf(stderr, "%s\n", error.c_str());
+        ++wrong;
+    }
+    std::printf("%d looks, %d with errors\n", LookShelf::Count, wrong);
+    return wrong == 0 ? 0 : 1;
+}
+
+int WriteCube(int index, const QString& path) {
+    std::string error;
+    const auto look = LookShelf::Take(Program(), index, &error);
+    if (!look) return Fail(QString::fromStdString(error));
+    CubeTable table;
+    table.title = look->GetRecipe().title;
+    table.size = CubeSize;
+    const double top = CubeSize - 1;
+    for (int b = 0; b < CubeSize; ++b)
+        for (int g = 0; g < CubeSize; ++g)
+            for (int r = 0; r < CubeSize; ++r) {
+                const Triple c = look->Colours().At({r / top, g / top, b / top});
+                std::array<float, 3> point;
+                for (int i = 0; i < 3; ++i) point[i] = static_cast<float>(std::clamp(c[i], 0.0, 1.0));
+                table.points.push_back(point);
+            }
+    const std::string text = CubeText(table);
+    WholeFile file(path.toStdWString());
+    return file.Open() && file.Write(text.data(), text.size()) && file.Commit()
+               ? 0
+               : Fail(path + QStringLiteral(" can't be written"));
+}
+
+int WriteSheet(const QString& picturePath, const QString& path, int first, int last, int tile) {
+    PC_File reader;
+    const Bitmap picture = reader.OnLoadImage(picturePath.toStdWString().c_str(), nullptr, 0, 100, nullptr);
+    if (!picture) return Fail(picturePath + QStringLiteral(" can't be read"));
+    std::vector<int> indexes(last - first + 1);
+    std::iota(indexes.begin(), indexes.end(), first);
+    ContactSheet sheet;
+    sheet.tileWidth = tile;
+    sheet.withOriginal = true;
+    // Two rows for a category, a wide sheet for all.
+    sheet.columns = std::min(9, (last - first + 3) / 2);
+    QString error;
+    const QImage image = sheet.Draw(picture, Program(), indexes, error);
+    if (image.isNull()) return Fail(error);
+    QImageWriter writer(path);
+    writer.setQuality(86);
+    return writer.write(image) ? 0 : Fail(path + QStringLiteral(" can't be written"));
+}
+
+// Whole numbers of the arguments from `at` on, or the given ones where there are none.
+int NumberAt(const QStringList& arguments, int at, int otherwise) {
+    return arguments.size() > at ? arguments[at].toInt() : otherwise;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString command = arguments.value(1);
+    const auto known = [](int index) { return index >= 0 && index < LookShelf::Count; };
+    if (command == u"check" && arguments.size() == 2) return Check();
+    if (command == u"cube" && arguments.size() == 4 && known(arguments[2].toInt()))
+        return WriteCube(arguments[2].toInt(), arguments[3]);
+    if (command == u"sheet" && arguments.size() >= 4) {
+        const int first = NumberAt(arguments, 4, 0), last = NumberAt(arguments, 5, LookShelf::Count - 1);
+        const int tile = NumberAt(arguments, 6, 240);
+        if (known(first) && known(last) && first <= last && tile >= 16 && tile <= 2000)
+            return WriteSheet(arguments[2], arguments[3], first, last, tile);
+    }
+    std::fputs(Usage, stderr);
+    return 2;
+}

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What position does: the nodes, their blur, and the grain.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numeric>
+
+#include "GrainTiles.h"
+#include "LeakLight.h"
+#include "Look.h"
+#include "Nodes.h"
+#include "TestPictures.h"
+
+namespace {
+
+// Mean and standard deviation of a square of grain.
+std::pair<double, double> Spread(const GrainTiles& tiles, int side) {
+    std::vector<std::int8_t> row(side);
+    double sum = 0.0, square = 0.0;
+    for (int y = 0; y < side; ++y) {
+        tiles.Row(y, 0, side, row.data());
+        for (const int v : row) {
+            sum += v;
+            square += v * v;
+        }
+    }
+    const double count = double(side) * side, mean = sum / count;
+    return {mean, std::sqrt(square / count - mean * mean)};
+}
+
+}  // namespace
+
+TEST(Nodes, CoverPicturesOfEverySize) {
+    for (const auto& [width, height] :
+         {std::pair{1, 1}, {1, 5000}, {70, 96}, {1600, 1000}, {6000, 4000}, {1 << 20, 1}}) {
+        const NodeGrid grid = NodeGrid::For(width, height);
+        EXPECT_LE(grid.X(0), 0.0);
+        EXPECT_GE(grid.X(grid.columns - 1), width);
+        EXPECT_GE(grid.Y(grid.rows - 1), height);
+        EXPECT_LE(std::max(grid.columns, grid.rows), 325);
+    }
+}
+
+TEST(Nodes, BlockMeansAreMeans) {
+    const Bitmap noise = TestPictures::Noise(701, 333, 4);
+    const NodeGrid grid = NodeGrid::For(701, 333);
+    ASSERT_EQ(grid.shift, 2);
+    const NodeLayer means = BlockMeans(grid, noise.Pixels());
+    for (const auto& [column, row] : {std::pair{0, 0}, {17, 40}, {grid.BlockColumns() - 1, grid.BlockRows() - 1}}) {
+        double sum[3] = {}, count = 0;
+        for (int y = 4 * row; y < std::min(333, 4 * row + 4); ++y)
+            for (int x = 4 * column; x < std::min(701, 4 * column + 4); ++x, ++count)
+                for (int c = 0; c < 3; ++c) sum[c] += noise.Row(y)[4 * x + 2 - c];
+        for (int c = 0; c < 3; ++c)
+            EXPECT_NEAR(means[std::size_t(row + 1) * grid.columns + column + 1][c], sum[c] / count / 255, 1e-5);
+    }
+}
+
+TEST(Nodes, ABlurKeepsTheSumAndHasTheDeviationItIsAskedFor) {
+    const NodeGrid grid = NodeGrid::For(161, 161);
+    for (const double deviation : {0.7, 2.0, 3.3, 9.0}) {
+        NodeLayer layer(grid.Count());
+        const int middle = grid.columns / 2;
+        layer[std::size_t(middle) * grid.columns + middle] = {1, 1, 1};
+        BlurLayer(grid, deviation, layer);
+        double sum = 0.0, variance = 0.0;
+        for (int row = 0; row < grid.rows; ++row)
+            for (int column = 0; column < grid.columns; ++column) {
+                const double v = layer[std::size_t(row) * grid.columns + column][1];
+                sum += v;
+                variance += v * (column - middle) * (column - middle);
+            }
+        EXPECT_NEAR(sum, 1.0, 1e-4);
+        EXPECT_NEAR(std::sqrt(variance), deviation, 0.02 * deviation);
+    }
+}
+
+TEST(Nodes, ALeakIsTheSameInFractionsOfEverySize) {
+    Leak leak;
+    leak.strength = 80;
+    leak.wobble = 40;
+    leak.x = 10;
+    leak.y = 40;
+    // Nodes lie at the same fractions of both.
+    const NodeGrid large = NodeGrid::For(6400, 3200), small = NodeGrid::For(800, 400);
+    ASSERT_EQ(large.columns, small.columns);
+    ASSERT_EQ(large.rows, small.rows);
+    const NodeLayer one = LeakLight(leak, large), other = LeakLight(leak, small);
+    double brightest = 0.0;
+    for (std::size_t i = 0; i < one.size(); ++i)
+        for (int c = 0; c < 3; ++c) {
+            ASSERT_NEAR(one[i][c], other[i][c], 1e-6);
+            brightest = std::max(brightest, double(one[i][c]));
+        }
+    EXPECT_GT(brightest, 0.5);
+}
+
+TEST(Nodes, WhatPositionDoesHasNoJumps) {
+    // Every step that depends on position, on one colour: neighbours differ by little, at sizes whose nodes lie 2 to 16
+    // pixels apart.
+    Recipe recipe;
+    recipe.edges = {90, 5, 50};
+    recipe.vignette.amount = 60;
+    recipe.glow = {40, 20, 12, {255, 240, 220}};
+    for (int i = 0; i < 3; ++i) {
+        recipe.leaks.emplace_back();
+        recipe.leaks.back().shape = static_cast<Leak::Shape>(i);
+        recipe.leaks.back().strength = 120;
+        recipe.leaks.back().wobble = 40;
+    }
+    const Look look(recipe);
+    for (const int width : {410, 900, 2600}) {
+        const int height = width / 2;
+        Bitmap picture = TestPictures::Plain(width, height, 0xFF806040);
+        ASSERT_NE(look.Apply(picture.MutablePixels(), width, height, {}), 0);
+        int largest = 0;
+        for (int y = 1; y < height; ++y)
+            for (int i = 4; i < 4 * width; ++i) {
+                largest = std::max(largest, std::abs(picture.Row(y)[i] - picture.Row(y)[i - 4]));
+                largest = std::max(largest, std::abs(picture.Row(y)[i] - picture.Row(y - 1)[i]));
+            }
+        EXPECT_LE(largest, 3 + 2400 / width) << width;
+    }
+}
+
+TEST(Grain, HasNoMeanAndItsDeviationWherePixelsAreSmall) {
+    const auto [mean, deviation] = Spread(GrainTiles(2.0), 500);
+    EXPECT_NEAR(mean, 0.0, 0.5);
+    EXPECT_NEAR(deviation, 32.0, 2.0);
+}
+
+TEST(Grain, FadesAsAReducedPictureDoes) {
+    // The mean over squares of eight pixels of coarse grain has the strength that is made for grain of an eighth.
+    const GrainTiles coarse(2.0), fine(0.25);
+    std::vector<double> means;
+    std::vector<std::int8_t> row(512);
+    std::vector<double> sums(64);
+    for (int y = 0; y < 512; ++y) {
+        coarse.Row(y, 0, 512, row.data());
+        for (int x = 0; x < 512; ++x) sums[x / 8] += row[x] / 64.0;
+        if (y % 8 == 7) {
+            means.insert(means.end(), sums.begin(), sums.end());
+            std::fill(sums.begin(), sums.end(), 0.0);
+        }
+    }
+    double square = 0.0;
+    for (const double v : means) square += v * v;
+    const double reduced = std::sqrt(square / double(means.size()));
+    EXPECT_NEAR(Spread(fine, 300).second / reduced, 1.0, 0.15);
+}
+
+TEST(Grain, IsTheSameWhereverARowIsCut) {
+    const GrainTiles tiles(1.3);
+    std::vector<std::int8_t> whole(2000), part(700);
+    tiles.Row(900, 0, 2000, whole.data());
+    tiles.Row(900, 1234, 700, part.data());
+    EXPECT_TRUE(std::equal(part.begin(), part.end(), whole.begin() + 1234));
+}
