@@ -93,6 +93,13 @@ void Driver::DragSlider(const QString& name, int value) {
     if (slider->value() != value) qFatal("the slider %s does not reach %d", qPrintable(name), value);
 }
 
+void Driver::DragOn(QWidget* window, QPoint from, QPoint to) {
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    constexpr int Moves = 4;
+    for (int i = 1; i <= Moves; ++i) QTest::mouseMove(window, from + (to - from) * i / Moves);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+}
+
 void Driver::Type(const QString& name, const QString& text) {
     auto* edit = qobject_cast<QLineEdit*>(Usable(name));
     if (!edit) qFatal("not a field: %s", qPrintable(name));
@@ -111,6 +118,9 @@ void Driver::ChooseItem(const QString& name, int index) {
 }
 
 void Driver::Key(int key, Qt::KeyboardModifiers modifiers) {
+    // An open pop-up has the keyboard, whichever window is the active one.
+    if (QWidget* popup = QApplication::activePopupWidget())
+        return QTest::keyClick(popup, static_cast<Qt::Key>(key), modifiers);
     QWidget* window = TopWindow();
     if (!window) qFatal("no window to press a key in");
     // Without a window manager nobody hands the keyboard on when a window closes.

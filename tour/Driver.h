@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <QtCore/QPoint>
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
@@ -23,6 +24,8 @@ class Driver {
     static void DragSlider(const QString& name, int value);
     // Drags a slider's handle to a value and calls `held` before it lets go.
     static void HoldSlider(const QString& name, int value, const std::function<void()>& held);
+    // Drags with the left button from one point of a window to another, in several moves; logical pixels.
+    static void DragOn(QWidget* window, QPoint from, QPoint to);
     // Replaces the text of a field.
     static void Type(const QString& name, const QString& text);
     static void ChooseItem(const QString& combo, int index);

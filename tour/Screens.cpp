@@ -4,6 +4,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 
+#include "CBaseWnd.h"
 #include "CMainFrameWnd.h"
 #include "Driver.h"
 #include "Language.h"
@@ -77,6 +78,24 @@ void KeepRotation(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("btnTab1"));
 }
 
+// Crop and resize, and back to where the tour was.
+void KeepEditing(CMainFrameWnd& frame, const Album& album) {
+    Driver::Click(QStringLiteral("btnTab2"));
+    QWidget* canvas = frame.Mid().Canvas();
+    const QPoint middle = canvas->rect().center();
+    Driver::DragOn(canvas, middle - QPoint(170, 200), middle + QPoint(130, 150));
+    album.Keep(frame, QStringLiteral("crop"));
+    Driver::ChooseItem(QStringLiteral("ComboZiYouCaiJian"), 1);
+    album.Keep(frame, QStringLiteral("crop-ratio"));
+    Driver::Click(QStringLiteral("BtnCancel"));
+    Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
+    Driver::Click(QStringLiteral("OptBaoChi"));
+    Driver::Type(QStringLiteral("EditKuanDu"), QStringLiteral("480"));
+    album.Keep(frame, QStringLiteral("resize"));
+    Driver::Click(QStringLiteral("OptBaoChi"));
+    Driver::Click(QStringLiteral("btnTab1"));
+}
+
 void KeepSaving(CMainFrameWnd& frame, const Album& album) {
     Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
                   [&] {
@@ -119,6 +138,7 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     if (frame.devicePixelRatio() > 1) return KeepEffects(stage.Open(picture), album);
     KeepReview(frame, album);
     KeepRotation(frame, album);
+    KeepEditing(frame, album);
     KeepSaving(frame, album);
     KeepQuestion(frame, album);
     frame.resize(1920, 1080);

@@ -66,6 +66,19 @@ QString FrameTest::Photo() {
     return WritePicture(QStringLiteral("photo.png"), PhotoPixels());
 }
 
+Bitmap FrameTest::Saved(const QString& name, int type) {
+    Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
+                  [&] {
+                      Driver::Type(QStringLiteral("EdtPath"), m_folder);
+                      Driver::Type(QStringLiteral("EdtName"), name);
+                      Driver::ChooseItem(QStringLiteral("ComboFileType"), type);
+                      Driver::Click(QStringLiteral("BtnSave"));
+                      Driver::Click(QStringLiteral("BtnSaveClose"));
+                  });
+    const char* suffixes[] = {".jpg", ".png", ".bmp"};
+    return Load(m_folder + QLatin1Char('/') + name + QLatin1String(suffixes[type]));
+}
+
 Bitmap FrameTest::Load(const QString& path) {
     return PC_File().OnLoadImage(path.toStdWString().c_str(), nullptr, 0, 100, nullptr);
 }

@@ -29,6 +29,9 @@ class FrameTest : public testing::Test {
     QString Photo();
     static Bitmap PhotoPixels();
     static Bitmap Load(const QString& path);
+    // Saves what is on show through the save window, as the file type of that index in its list (.jpg, .png, .bmp), and
+    // gives back what the file holds.
+    Bitmap Saved(const QString& name, int type = 1);
     // Writes a value of the settings.
     static void Configure(const char* section, const char* key, const QString& value);
     // The clicks counted so far for a code.

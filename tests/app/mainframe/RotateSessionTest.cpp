@@ -22,19 +22,6 @@ class RotateSession : public FrameTest {
         EXPECT_NE(PC_Dsp::SingleRotate(picture, type), 0);
         return picture;
     }
-    // Saves what is on show under a name and gives back what the file holds.
-    Bitmap Saved(const QString& name, int type) {
-        Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
-                      [&] {
-                          Driver::Type(QStringLiteral("EdtPath"), m_folder);
-                          Driver::Type(QStringLiteral("EdtName"), name);
-                          Driver::ChooseItem(QStringLiteral("ComboFileType"), type);
-                          Driver::Click(QStringLiteral("BtnSave"));
-                          Driver::Click(QStringLiteral("BtnSaveClose"));
-                      });
-        const char* suffixes[] = {".jpg", ".png", ".bmp"};
-        return Load(m_folder + QLatin1Char('/') + name + QLatin1String(suffixes[type]));
-    }
 
     Bitmap photo;
 };
