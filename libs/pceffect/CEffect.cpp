@@ -287,3 +287,13 @@ void CEffect::Effect_AlphaAdJust(unsigned char* target, unsigned char* other, in
         EffectKernelsInUse().fadeRow(target + first * stride, other + first * stride, (last - first) * stride, weight);
     });
 }
+
+int CEffect::ChannelBlend_X(unsigned char* picture, unsigned char* layer, int width, int height, int blendMode,
+                            CObjProgress* progress, int start, int end) {
+    if (!picture || !layer || !Bitmap::Allowed(width, height) || blendMode < 0 || blendMode >= BlendModeCount) return 0;
+    const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    return RunRows({progress, start, end}, height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y)
+            EffectKernelsInUse().blendRow(picture + y * stride, layer + y * stride, width, blendMode);
+    });
+}

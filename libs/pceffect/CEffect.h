@@ -1,31 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "BlendModes.h"
 #include "CObjProgress.h"
-
-// How ChannelBlend_X mixes a layer with the picture below it. The numbers are fixed: files name them.
-// With b the picture's channel and l the layer's, both 0 to 1 (Compositing and Blending Level 1 of the W3C, 2015):
-enum eBlendMode {
-    BlendNormal = 0,       // l
-    BlendMultiply = 1,     // b l
-    BlendScreen = 2,       // b + l - b l
-    BlendOverlay = 3,      // hard light with b and l exchanged
-    BlendDarken = 4,       // the lower
-    BlendLighten = 5,      // the higher
-    BlendColorDodge = 6,   // b / (1 - l)
-    BlendColorBurn = 7,    // 1 - (1 - b) / l
-    BlendHardLight = 8,    // multiply with 2 l up to a half, from there screen with 2 l - 1
-    BlendSoftLight = 9,    // b bent by l, none at a half
-    BlendDifference = 10,  // |b - l|
-    BlendExclusion = 11,   // b + l - 2 b l
-    BlendAdd = 12,         // b + l
-    BlendSubtract = 13,    // b - l
-    BlendHue = 14,         // hue of l, saturation and luminosity of b
-    BlendSaturation = 15,  // saturation of l, hue and luminosity of b
-    BlendColor = 16,       // hue and saturation of l, luminosity of b
-    BlendLuminosity = 17,  // luminosity of l, hue and saturation of b
-    BlendModeCount
-};
 
 // Looks of film, and the mixing of pictures.
 //
@@ -166,7 +143,8 @@ class CEffect {
 
     // Lays `layer` (as large as the picture) over `picture` in one of the modes of eBlendMode, by its alpha: the result
     // of the mode counts where both have colour, the layer alone where the picture is transparent. The picture's alpha
-    // becomes that of both together; a picture that is opaque stays so. 0 for a mode that is none.
+    // becomes that of both together; a picture that is opaque stays so. 0 for a mode that is none. Instruction sets may
+    // differ by one level.
     static int ChannelBlend_X(unsigned char* picture, unsigned char* layer, int width, int height, int blendMode,
                               CObjProgress* progress, int start, int end);
 };

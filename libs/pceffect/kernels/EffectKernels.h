@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The inner loops of the library: one table of functions per instruction set, chosen once for the machine. All of them
-// count in whole numbers and give the same bytes.
+// The inner loops of the library: one table of functions per instruction set, chosen once for the machine. Where
+// nothing else is said they count in whole numbers and give the same bytes.
 #pragma once
 
 #include <cstddef>
@@ -47,6 +47,10 @@ struct EffectKernels {
 
     // target = target + (other - target) * weight / 2^20 for `bytes` bytes, rounded to the nearest, halves up.
     void (*fadeRow)(std::uint8_t* target, const std::uint8_t* other, std::size_t bytes, int weight);
+
+    // Lays `count` pixels of a layer over a picture in a mode of BlendModes.h. In floating point: sets may differ by a
+    // level.
+    void (*blendRow)(std::uint8_t* picture, const std::uint8_t* layer, int count, int mode);
 };
 
 const EffectKernels& EffectKernelsInUse();

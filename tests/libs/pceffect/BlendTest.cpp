@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "CEffect.h"
-#include "Parallel.h"
+#include "InstructionSets.h"
 #include "TestPictures.h"
 #include "WatchfulSink.h"
 
@@ -108,6 +108,20 @@ Rgb ColourAt(const std::uint8_t* pixel) {
 
 class EveryMode : public testing::TestWithParam<int> {
   protected:
+    // Every pixel of `out` is what the recommendation says.
+    static void ExpectFormula(const Bitmap& picture, const Bitmap& layer, const Bitmap& out) {
+        for (std::size_t i = 0; i < out.ByteCount(); i += 4) {
+            const std::uint8_t *p = picture.Pixels() + i, *l = layer.Pixels() + i, *o = out.Pixels() + i;
+            const double below = p[3] / 255.0, above = l[3] / 255.0, whole = above + below * (1 - above);
+            ASSERT_NEAR(o[3], 255 * whole, 0.501);
+            if (whole == 0) continue;
+            const Rgb b = ColourAt(p), c = ColourAt(l), mixed = Mixed(GetParam(), b, c);
+            for (int k = 0; k < 3; ++k) {
+                const double sum = above * (1 - below) * c[k] + above * below * mixed[k] + (1 - above) * below * b[k];
+                ASSERT_NEAR(o[2 - k], 255 * std::clamp(sum / whole, 0.0, 1.0), 0.51) << i;
+            }
+        }
+    }
     Bitmap Blended(const Bitmap& picture, Bitmap layer) const {
         Bitmap out = picture;
         EXPECT_NE(CEffect::ChannelBlend_X(out.MutablePixels(), layer.MutablePixels(), out.Width(), out.Height(),
@@ -121,18 +135,12 @@ class EveryMode : public testing::TestWithParam<int> {
 
 TEST_P(EveryMode, IsTheFormula) {
     const Bitmap picture = TestPictures::Noise(97, 53, 11, false), layer = TestPictures::Noise(97, 53, 12, false);
-    const Bitmap out = Blended(picture, layer);
-    for (std::size_t i = 0; i < out.ByteCount(); i += 4) {
-        const std::uint8_t *p = picture.Pixels() + i, *l = layer.Pixels() + i, *o = out.Pixels() + i;
-        const double below = p[3] / 255.0, above = l[3] / 255.0, whole = above + below * (1 - above);
-        ASSERT_NEAR(o[3], 255 * whole, 0.501);
-        if (whole == 0) continue;
-        const Rgb b = ColourAt(p), c = ColourAt(l), mixed = Mixed(GetParam(), b, c);
-        for (int k = 0; k < 3; ++k) {
-            const double sum = above * (1 - below) * c[k] + above * below * mixed[k] + (1 - above) * below * b[k];
-            ASSERT_NEAR(o[2 - k], 255 * std::clamp(sum / whole, 0.0, 1.0), 0.51) << i;
-        }
+    for (int set = 0; set < KernelSetCount(); ++set) {
+        SelectKernelSet(set);
+        const Bitmap out = Blended(picture, layer);
+        ExpectFormula(picture, layer, out);
     }
+    SelectKernelSet(-1);
 }
 
 TEST_P(EveryMode, ATransparentLayerChangesNothing) {
