@@ -42,6 +42,15 @@ void CNumberEdit::Step(int by) {
     emit textEdited(text());
 }
 
+// A field of text would take the keys for its own typing, also when it has nothing to take back.
+bool CNumberEdit::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride) return QLineEdit::event(event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!key->matches(QKeySequence::Undo) && !key->matches(QKeySequence::Redo)) return QLineEdit::event(event);
+    event->ignore();
+    return false;
+}
+
 void CNumberEdit::keyPressEvent(QKeyEvent* event) {
     const int one = event->modifiers().testFlag(Qt::ControlModifier) ? LargeStep : 1;
     switch (event->key()) {

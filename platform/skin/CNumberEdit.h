@@ -4,7 +4,8 @@
 #include <QtWidgets/QLineEdit>
 
 // A field that takes digits only. Arrow keys and the wheel change its number by one, with Ctrl and by the page keys by
-// ten; that counts as typing (`textEdited`). It never goes below 0 by itself: its window corrects what is typed.
+// ten; that counts as typing (`textEdited`). It never goes below 0 by itself: its window corrects what is typed. Undo
+// and redo keys are the program's, not the text's.
 class CNumberEdit : public QLineEdit {
     Q_OBJECT
 
@@ -18,6 +19,7 @@ class CNumberEdit : public QLineEdit {
     void ShowValue(int value);
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 

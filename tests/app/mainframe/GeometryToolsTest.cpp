@@ -166,6 +166,19 @@ TEST_F(GeometryTools, ResizesWithAndWithoutKeepingTheProportions) {
     EXPECT_EQ(SavedNow(), PC_Dsp::Resample(picture, 300, 400));
 }
 
+TEST_F(GeometryTools, UndoKeysWorkWhileTheKeyboardIsInAField) {
+    Open(TestPictures::Face(400, 300));
+    EnterCrop();
+    Type("EditKuanDu", 120);
+    Type("EditGaoDu", 80);
+    Driver::Key(Qt::Key_Return);
+    ASSERT_EQ(OnShow().Width(), 120);
+    Driver::Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(OnShow(), picture);
+    Driver::Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(OnShow().Width(), 120);
+}
+
 TEST_F(GeometryTools, UndoAndRedoGoAcrossTools) {
     Open(TestPictures::Face(400, 300));
     auto& history = CHistoryManager::Instance();
