@@ -60,7 +60,7 @@ CEffectListItem::CEffectListItem(const QString& name, std::uint32_t colour, cons
 }
 
 QColor CEffectListItem::TextColourOn(const QColor& colour) {
-    constexpr int Light = 165;
+    constexpr int Light = 160;
     return qGray(colour.rgb()) > Light ? Style::Text : QColor(Qt::white);
 }
 

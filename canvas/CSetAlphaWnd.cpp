@@ -38,7 +38,7 @@ class Shadow : public QWidget {
         QPainter painter(&m_drawn);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(20, 30, 45, 5));
+        painter.setBrush(QColor(20, 30, 45, 4));
         const QRectF window(Reach, Reach + Fall, CSetAlphaWnd::Width, CSetAlphaWnd::Height);
         for (int ring = Reach - Fall; ring > 0; --ring)
             painter.drawRoundedRect(window.adjusted(-ring, -ring, ring, ring), Corner + ring, Corner + ring);

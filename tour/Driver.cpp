@@ -127,6 +127,12 @@ void Driver::ClickRow(const QString& name, int row) {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
 }
 
+void Driver::WaitForRows(const QString& name, int rows) {
+    const auto* list = qobject_cast<QListWidget*>(Find(name));
+    if (!list) qFatal("not a list: %s", qPrintable(name));
+    WaitFor(name + QStringLiteral(" with its rows"), [&] { return list->count() == rows; });
+}
+
 // The path is pasted: the list of matching names that drops down while one types would take keys for itself.
 void Driver::ChooseFile(const QString& path) {
     const QString field = QStringLiteral("fileNameEdit");

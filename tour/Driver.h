@@ -29,6 +29,8 @@ class Driver {
     static void Key(int key, Qt::KeyboardModifiers modifiers = {});
     // Clicks a row of a list.
     static void ClickRow(const QString& list, int row);
+    // Waits until a list has as many rows.
+    static void WaitForRows(const QString& list, int rows);
 
     // Types a path into the file dialog that is up and confirms it.
     static void ChooseFile(const QString& path);

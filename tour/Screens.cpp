@@ -37,6 +37,19 @@ void Retouch() {
     Driver::DragSlider(QStringLiteral("Ruidu"), 15);
 }
 
+// An effect of the first category in force, and then a look at another category.
+void KeepEffects(CMainFrameWnd& frame, const Album& album) {
+    Driver::Click(QStringLiteral("btnTexiao"));
+    Driver::WaitForRows(QStringLiteral("ListViewFilm"), 8);
+    Driver::ClickRow(QStringLiteral("ListViewFilm"), 3);
+    Driver::DragSlider(QStringLiteral("SliderSetAlpha"), 80);
+    album.Keep(frame, QStringLiteral("effects"));
+    Driver::Click(QStringLiteral("BtnLomo"));
+    Driver::WaitForRows(QStringLiteral("ListViewLomo"), 8);
+    Driver::ClickRow(QStringLiteral("ListViewLomo"), 1);
+    album.Keep(frame, QStringLiteral("effects-lomo"));
+}
+
 void KeepReview(CMainFrameWnd& frame, const Album& album) {
     Driver::Press(QStringLiteral("BtnCompare"));
     album.Keep(frame, QStringLiteral("compare-hold"));
@@ -103,11 +116,12 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     album.Keep(frame, QStringLiteral("main"));
     Retouch();
     album.Keep(frame, QStringLiteral("adjusted"));
-    if (frame.devicePixelRatio() > 1) return;
+    if (frame.devicePixelRatio() > 1) return KeepEffects(stage.Open(picture), album);
     KeepReview(frame, album);
     KeepRotation(frame, album);
     KeepSaving(frame, album);
     KeepQuestion(frame, album);
     frame.resize(1920, 1080);
     album.Keep(frame, QStringLiteral("main-1920x1080"));
+    KeepEffects(stage.Open(picture), album);
 }

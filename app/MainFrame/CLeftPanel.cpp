@@ -18,7 +18,6 @@ CLeftPanel::CLeftPanel(QWidget* parent, const ToolTable& tools, ToolHost& host)
 QWidget* CLeftPanel::CreateControl(const QString&, QWidget* parent, const QString& name) {
     CSectionPanel* panel = nullptr;
     if (name == u"LeftLayout_JiChu") panel = m_sections[SectionBasic] = new CJiChuPanel(parent, m_tools, m_host);
-    if (name == u"LeftLayout_TeXiao") panel = m_sections[SectionEffects] = new CTeXiaoPanel(parent, m_tools, m_host);
     if (name == u"LeftLayout_MeiRong")
         panel = m_sections[SectionBeauty] = new CLeftPanelMeiRong(parent, m_tools, m_host);
     return panel;

@@ -21,18 +21,6 @@ CBasePanelEdit::CBasePanelEdit(QWidget* parent, const ToolTable& tools, ToolHost
            {QStringLiteral("BtnXiuGaiChiCun"), 2, {4}, {}}});
 }
 
-CTeXiaoPanel::CTeXiaoPanel(QWidget* parent, const ToolTable& tools, ToolHost& host)
-    : CSectionPanel(parent, tools, host) {
-    Build(QStringLiteral("TeXiaoPanel.xml"), QStringLiteral("TabLayoutUI_TeXiao"),
-          {{QStringLiteral("BtnFilm"), 0, {7}, QStringLiteral("8880301")},
-           {QStringLiteral("BtnPola"), 1, {7}, QStringLiteral("8880302")},
-           {QStringLiteral("BtnVintage"), 2, {7}, QStringLiteral("8880303")},
-           {QStringLiteral("BtnLomo"), 3, {7}, QStringLiteral("8880304")},
-           {QStringLiteral("BtnFade"), 4, {7}, QStringLiteral("8880305")},
-           {QStringLiteral("BtnBW"), 5, {7}, QStringLiteral("8880306")},
-           {QStringLiteral("BtnLeaker"), 6, {7}, QStringLiteral("8880307")}});
-}
-
 CLeftPanelMeiRong::CLeftPanelMeiRong(QWidget* parent, const ToolTable& tools, ToolHost& host)
     : CSectionPanel(parent, tools, host) {
     Build(QStringLiteral("MeiRongPanel.xml"), QStringLiteral("TabLayoutUI_MeiRong"),

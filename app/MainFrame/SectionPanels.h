@@ -20,13 +20,6 @@ class CBasePanelEdit : public CSectionPanel {
     CBasePanelEdit(QWidget* parent, const ToolTable& tools, ToolHost& host);
 };
 
-// Effects: the seven categories of film looks.
-class CTeXiaoPanel : public CSectionPanel {
-    Q_OBJECT
-  public:
-    CTeXiaoPanel(QWidget* parent, const ToolTable& tools, ToolHost& host);
-};
-
 // Beauty: looks, skin, eyes, slimming, mouth.
 class CLeftPanelMeiRong : public CSectionPanel {
     Q_OBJECT

@@ -8,7 +8,9 @@
 #include "CEditJianCai.h"
 #include "CEditXiuGaiChiCun.h"
 #include "CEditXuanZhuan.h"
+#include "CTeXiaoPanel.h"
 #include "CutWnd.h"
+#include "EffectWnd.h"
 #include "RotateWnd.h"
 #include "SizeWnd.h"
 
@@ -31,5 +33,8 @@ ToolTable BuiltInTools() {
         {4, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CSizeWnd(host, parent); },
          [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXiuGaiChiCun(host, parent); },
          QStringLiteral("Edit_XiuGaiChiCun")},
+        {7, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CEffectWnd(host, parent); },
+         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CTeXiaoPanel(host, parent); },
+         QStringLiteral("LeftLayout_TeXiao")},
     });
 }

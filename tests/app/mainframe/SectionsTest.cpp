@@ -23,7 +23,7 @@ class Sections : public FrameTest {
                 return new ToyPanel(parent, m_panelTold);
             };
             if (number == 1) row.page = QStringLiteral("AdjustLayout");
-            if (number == 7) row.page = QStringLiteral("EffectPageFilm");
+            if (number == 7) row.page = QStringLiteral("LeftLayout_TeXiao");
             rows.push_back(row);
         }
         Show(Photo(), ToolTable(rows));
@@ -103,19 +103,6 @@ TEST_F(Sections, TabsOfBeautyCountTheirClicks) {
         EXPECT_EQ(Mid().Tool(), tab.tool) << tab.button;
         EXPECT_EQ(Clicks(tab.code), 1) << tab.button;
     }
-}
-
-TEST_F(Sections, CategoriesOfEffectsStayInOneTool) {
-    Driver::Click(QStringLiteral("btnTexiao"));
-    CBaseWnd* canvas = Mid().Canvas();
-    int page = 0;
-    for (const char* name : {"BtnFilm", "BtnPola", "BtnVintage", "BtnLomo", "BtnFade", "BtnBW", "BtnLeaker"}) {
-        Driver::Click(QLatin1String(name));
-        EXPECT_EQ(Page("TabLayoutUI_TeXiao"), page++) << name;
-    }
-    EXPECT_EQ(Mid().Canvas(), canvas) << "a page whose tool is active leaves the canvas untouched";
-    for (const char* code : {"8880301", "8880302", "8880303", "8880304", "8880305", "8880306", "8880307"})
-        EXPECT_EQ(Clicks(code), 1) << code;
 }
 
 TEST_F(Sections, ComingBackToASectionShowsItsFirstTab) {
