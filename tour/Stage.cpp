@@ -29,6 +29,7 @@ Stage::~Stage() {
 }
 
 CMainFrameWnd& Stage::Open(const QString& picture, QSize size) {
+    m_frame.reset();  // one at a time: main windows share the history
     m_frame = std::make_unique<CMainFrameWnd>(picture, BuiltInTools());
     m_frame->resize(size);
     m_frame->move(0, 0);
