@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 
-#include "Bench.h"
 #include "BenchHost.h"
 #include "BenchSlider.h"
 #include "BenchWindows.h"

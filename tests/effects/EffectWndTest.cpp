@@ -188,7 +188,7 @@ TEST_F(EffectCanvas, ShortcutsWaitWhileTheSliderIsHeld) {
 TEST_F(EffectCanvas, TheNavigatorShowsTheEffect) {
     host.Open(TestPictures::Face(1600, 1200));
     ASSERT_TRUE(host.WaitLoaded(1));
-    host.canvas->ZoomActualSize();
+    host.canvas->ZoomToPercent(200);
     ASSERT_TRUE(host.canvas->Navigator().isVisible());
     const QImage before = host.canvas->Navigator().grab().toImage();
     host.Choose(1, 5);
