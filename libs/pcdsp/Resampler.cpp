@@ -10,8 +10,8 @@
 
 namespace {
 
-// One result row: first down the columns of the source, then across. Rows with translucent pixels take the slower way
-// with premultiplied colour in floating point; whether a row does depends on the source rows it reads alone.
+// One result row: first down the columns of the source, then across. Parts with translucent pixels take the slower way
+// with colours times alpha; whether a part does depends on the source pixels it reads alone.
 class RowMaker {
   public:
     RowMaker(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows)
@@ -32,40 +32,47 @@ class RowMaker {
             m_pointers[t] = m_source.pixels + row * m_source.stride + std::ptrdiff_t{4} * m_columns.first;
         }
         const std::int16_t* weights = &m_rows.weights[std::size_t(y) * m_rows.taps];
-        const std::uint32_t all =
-            Kernels().sumRows(m_pointers.data(), weights, m_rows.taps, 4 * m_width, m_sums.data());
-        if (all >> 24 == 255)
-            Kernels().sumColumns(m_sums.data(), m_starts.data(), m_columns.weights.data(), m_columns.taps,
-                                 static_cast<int>(m_starts.size()), out);
-        else
-            MakeTranslucent(weights, out);
+        const int count = static_cast<int>(m_starts.size());
+        if (MakeOpaque(weights, 0, count, out)) return;
+        // Most of a row with translucent pixels may still be opaque.
+        for (int n = 0; n < count; n += Block) {
+            const int last = std::min(n + Block, count);
+            std::uint8_t* part = out + std::ptrdiff_t{4} * n;
+            if (!MakeOpaque(weights, n, last, part)) MakeTranslucent(weights, n, last, part);
+        }
     }
 
   private:
-    void MakeTranslucent(const std::int16_t* weights, std::uint8_t* out) {
-        m_premultiplied.assign(4 * (std::size_t(m_width) + m_columns.taps + 4), 0.0f);
-        for (int t = 0; t < m_rows.taps; ++t) {
-            if (weights[t] == 0) continue;
-            const std::uint8_t* in = m_pointers[t];
-            for (int x = 0; x < m_width; ++x, in += 4) {
-                float* sum = &m_premultiplied[4 * std::size_t(x)];
-                const float alpha = static_cast<float>(in[3] * weights[t]);
-                for (int c = 0; c < 3; ++c) sum[c] += in[c] * alpha;
-                sum[3] += alpha;
-            }
-        }
-        for (std::size_t n = 0; n < m_starts.size(); ++n, out += 4) {
-            const std::int16_t* w = &m_columns.weights[n * m_columns.taps];
-            double sum[4] = {};
-            for (int t = 0; t < m_columns.taps; ++t)
-                for (int c = 0; c < 4; ++c)
-                    sum[c] += double(w[t]) * m_premultiplied[4 * std::size_t(m_starts[n] + t) + c];
-            const double alpha = sum[3] / (16384.0 * 16384.0);
-            // Rounded to the nearest level, as the kernels do.
-            const auto level = [](double v) { return static_cast<std::uint8_t>(std::clamp(v, 0.0, 255.0) + 0.5); };
-            for (int c = 0; c < 3; ++c) out[c] = alpha > 1e-4 ? level(sum[c] / sum[3]) : 0;
-            out[3] = level(alpha);
-        }
+    // Result pixels of a row that are made the same way.
+    static constexpr int Block = 32;
+
+    // The rows' pixels that the result pixels first to last - 1 read; from `begin` on.
+    std::vector<const std::uint8_t*>& PointersFrom(int begin) {
+        m_shifted.resize(m_pointers.size());
+        for (std::size_t t = 0; t < m_pointers.size(); ++t) m_shifted[t] = m_pointers[t] + std::ptrdiff_t{4} * begin;
+        return m_shifted;
+    }
+    int EndOf(int last) const { return std::min(m_starts[last - 1] + m_columns.taps, m_width); }
+
+    // False when a pixel that is read is translucent; `out` is then not written.
+    bool MakeOpaque(const std::int16_t* weights, int first, int last, std::uint8_t* out) {
+        const int begin = m_starts[first], end = EndOf(last);
+        const std::uint32_t all = Kernels().sumRows(PointersFrom(begin).data(), weights, m_rows.taps, 4 * (end - begin),
+                                                    m_sums.data() + std::ptrdiff_t{4} * begin);
+        if (all >> 24 != 255) return false;
+        Kernels().sumColumns(m_sums.data(), &m_starts[first], &m_columns.weights[std::size_t(first) * m_columns.taps],
+                             m_columns.taps, last - first, out);
+        return true;
+    }
+
+    void MakeTranslucent(const std::int16_t* weights, int first, int last, std::uint8_t* out) {
+        const int begin = m_starts[first], end = EndOf(last);
+        m_premultiplied.resize(4 * (std::size_t(m_width) + m_columns.taps + 4));
+        Kernels().sumRowsByAlpha(PointersFrom(begin).data(), weights, m_rows.taps, end - begin,
+                                 m_premultiplied.data() + std::ptrdiff_t{4} * begin);
+        Kernels().sumColumnsByAlpha(m_premultiplied.data(), &m_starts[first],
+                                    &m_columns.weights[std::size_t(first) * m_columns.taps], m_columns.taps,
+                                    last - first, out);
     }
 
     const PixelView& m_source;
@@ -73,9 +80,10 @@ class RowMaker {
     const ResampleTaps& m_rows;
     int m_width;
     std::vector<const std::uint8_t*> m_pointers;
+    std::vector<const std::uint8_t*> m_shifted;
     std::vector<std::int16_t> m_sums;
     std::vector<int> m_starts;
-    std::vector<float> m_premultiplied;
+    std::vector<int> m_premultiplied;
 };
 
 // A part of the source as it is.

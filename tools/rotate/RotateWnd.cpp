@@ -20,7 +20,7 @@ constexpr QColor GridShade(0, 0, 0, 80);
 void PaintThirds(QPainter& painter, const QRect& rect, double pixelRatio) {
     const int width = std::max(1, Truncate(pixelRatio));
     const auto line = [&](const QRect& at) {
-        painter.fillRect(at.translated(width, width), GridShade);
+        painter.fillRect(at.translated(width, width).intersected(rect), GridShade);
         painter.fillRect(at, GridLine);
     };
     for (int i = 1; i <= 2; ++i) {

@@ -95,6 +95,12 @@ struct PcDspKernels {
     void (*sumColumns)(const std::int16_t* in, const int* starts, const std::int16_t* weights, int taps, int count,
                        std::uint8_t* out);
 
+    // The same two passes with colours that count by their alpha. Between them stand four numbers for each pixel: blue,
+    // green and red times alpha, and alpha, all times the weights.
+    void (*sumRowsByAlpha)(const std::uint8_t* const* rows, const std::int16_t* weights, int taps, int count, int* out);
+    void (*sumColumnsByAlpha)(const int* in, const int* starts, const std::int16_t* weights, int taps, int count,
+                              std::uint8_t* out);
+
     // Samples `count` pixels, taking them as opaque. Returns the bitwise and of all pixels that were read.
     std::uint32_t (*rotateOpaque)(const RotateRun& run, int count, std::uint8_t* out);
     // The same with each pixel counted by its alpha. What comes out fully transparent is white.

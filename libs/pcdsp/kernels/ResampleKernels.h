@@ -166,4 +166,39 @@ void SumColumns(const std::int16_t* in, const int* starts, const std::int16_t* w
     }
 }
 
+typedef int IntQuad __attribute__((vector_size(16)));
+typedef double DoubleQuad __attribute__((vector_size(32)));
+
+// The sums of both passes are whole numbers below 2^53, so that no instruction set rounds them.
+void SumRowsByAlpha(const std::uint8_t* const* rows, const std::int16_t* weights, int taps, int count, int* out) {
+    for (int x = 0; x < count; ++x, out += 4) {
+        IntQuad sum = {};
+        for (int t = 0; t < taps; ++t) {
+            const std::uint8_t* in = rows[t] + 4 * x;
+            if (in[3] != 0) sum += IntQuad{in[0], in[1], in[2], 1} * (in[3] * weights[t]);
+        }
+        __builtin_memcpy(out, &sum, sizeof sum);
+    }
+}
+
+void SumColumnsByAlpha(const int* in, const int* starts, const std::int16_t* weights, int taps, int count,
+                       std::uint8_t* out) {
+    const auto level = [](double v) __attribute__((always_inline)) {
+        return static_cast<std::uint8_t>((v < 0.0 ? 0.0 : v > 255.0 ? 255.0 : v) + 0.5);
+    };
+    for (int i = 0; i < count; ++i, weights += taps, out += 4) {
+        const int* from = in + std::ptrdiff_t{4} * starts[i];
+        DoubleQuad sum = {};
+        for (int t = 0; t < taps; ++t) {
+            IntQuad pixel;
+            __builtin_memcpy(&pixel, from + 4 * t, sizeof pixel);
+            sum += __builtin_convertvector(pixel, DoubleQuad) * double(weights[t]);
+        }
+        const double alpha = sum[3] / (16384.0 * 16384.0);
+        const bool seen = alpha > 1e-4;
+        for (int c = 0; c < 3; ++c) out[c] = seen ? level(sum[c] / sum[3]) : 0;
+        out[3] = level(alpha);
+    }
+}
+
 }  // namespace

@@ -147,8 +147,13 @@ std::uint32_t RotateOpaque(const RotateRun& run, int count, std::uint8_t* out) {
 
 typedef float Quad __attribute__((vector_size(16)));
 
-QUINCE_INLINE Quad QuadOf(const std::uint8_t* pixel) {
+// Colours times alpha, and alpha.
+QUINCE_INLINE Quad ByAlpha(const std::uint8_t* pixel) {
     return Quad{float(pixel[0]), float(pixel[1]), float(pixel[2]), 1.0f} * float(pixel[3]);
+}
+
+QUINCE_INLINE std::uint8_t ToLevel(float v) {
+    return static_cast<std::uint8_t>((v < 0.0f ? 0.0f : v > 255.0f ? 255.0f : v) + 0.5f);
 }
 
 void RotateTranslucent(const RotateRun& run, int count, std::uint8_t* out) {
@@ -161,16 +166,13 @@ void RotateTranslucent(const RotateRun& run, int count, std::uint8_t* out) {
         for (int row = 0; row < 4; ++row) {
             const std::uint8_t* in = at.first + row * run.stride;
             Quad across = {};
-            for (int column = 0; column < 4; ++column) across += QuadOf(in + 4 * column) * float(at.across[column]);
+            for (int column = 0; column < 4; ++column) across += ByAlpha(in + 4 * column) * float(at.across[column]);
             sum += across * float(down[row]);
         }
         const float alpha = sum[3] / (16384.0f * 16384.0f);
-        const auto level = [](float v) __attribute__((always_inline)) {
-            return static_cast<std::uint8_t>((v < 0.0f ? 0.0f : v > 255.0f ? 255.0f : v) + 0.5f);
-        };
         const bool seen = alpha >= 0.5f;
-        for (int c = 0; c < 3; ++c) out[c] = seen ? level(sum[c] / sum[3]) : 255;
-        out[3] = seen ? level(alpha) : 0;
+        for (int c = 0; c < 3; ++c) out[c] = seen ? ToLevel(sum[c] / sum[3]) : 255;
+        out[3] = seen ? ToLevel(alpha) : 0;
     }
 }
 
