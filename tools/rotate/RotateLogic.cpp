@@ -48,10 +48,20 @@ void CRotateLogic::DragAngle(int degrees) {
     if (!m_source || degrees == m_state.Angle()) return;
     StartDrag();
     m_state.SetAngle(degrees);
-    if (!m_scaledSource)
-        m_scaledSource = PC_Dsp::Resample(m_source, TruncateSide(m_source.Width() * m_dragZoom),
-                                          TruncateSide(m_source.Height() * m_dragZoom));
-    ShowStandIn(Turned(m_scaledSource, degrees), DragGeometry(), !IsRecorded());
+    const ViewGeometry geometry = DragGeometry();
+    ShowStandIn(Turned(ScaledSource(geometry.Zoom()), degrees), geometry, !IsRecorded());
+}
+
+// The smallest that is not shown enlarged at this zoom.
+const Bitmap& CRotateLogic::ScaledSource(double zoom) {
+    std::size_t n = 0;
+    while (n + 1 < DragScales.size() && zoom <= m_dragZoom * DragScales[n + 1]) ++n;
+    for (const std::size_t made : {std::size_t{0}, n})
+        if (!m_scaledSource[made])
+            m_scaledSource[made] = PC_Dsp::Resample(made == 0 ? m_source : m_scaledSource[0],
+                                                    TruncateSide(m_source.Width() * m_dragZoom * DragScales[made]),
+                                                    TruncateSide(m_source.Height() * m_dragZoom * DragScales[made]));
+    return m_scaledSource[n];
 }
 
 void CRotateLogic::SetAngle(int degrees) {
@@ -72,7 +82,7 @@ void CRotateLogic::StartDrag() {
 
 void CRotateLogic::EndDrag() {
     m_dragging = false;
-    m_scaledSource = {};
+    m_scaledSource.fill({});
 }
 
 void CRotateLogic::FinishDrag() {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+
 #include "EntryPicture.h"
 #include "PcDspTypes.h"
 #include "RotateState.h"
@@ -58,13 +60,16 @@ class CRotateLogic : public SnapshotLogic {
     void EndDrag();
     void FinishDrag();
     ViewGeometry DragGeometry() const;
+    const Bitmap& ScaledSource(double zoom);
     ViewGeometry GeometryOfResult() const;
     void ShowResult(const ViewGeometry& geometry);
 
     // Full size, turns and mirrors applied, the free angle not.
     Bitmap m_source;
-    // The source at the size that it has on the screen; made when a drag first needs it.
-    Bitmap m_scaledSource;
+    // The source at the size that it has on the screen, and reduced from that for angles at which the turned picture is
+    // shown smaller, so that no angle costs much more than the pixels on show. Made when a drag first needs them.
+    static constexpr std::array<double, 4> DragScales{1.0, 0.8, 0.65, 0.5};
+    std::array<Bitmap, DragScales.size()> m_scaledSource;
     EntryPicture m_entry;
     RotateState m_state;
     // As the history holds it.
