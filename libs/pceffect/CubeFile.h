@@ -8,7 +8,7 @@
 
 #include "Recipe.h"
 
-// A table of colours as in a .cube file (Cube LUT Specification 1.0, Adobe 2013): one or three dimensions, red runs
+// A table of colours as in a .cube file (the format is Adobe's, version 1.0 of 2013): one or three dimensions, red runs
 // fastest.
 struct CubeTable {
     std::string title;  // UTF-8, may be empty
