@@ -29,16 +29,6 @@ class EffectCanvas : public testing::Test {
     EffectHost host;
 };
 
-class PaintCounter : public QObject {
-  public:
-    explicit PaintCounter(QWidget* widget) : QObject(widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++count;
-        return false;
-    }
-    int count = 0;
-};
-
 TEST_F(EffectCanvas, ChoosingARowAppliesItsEffect) {
     host.compareMode = 1;
     host.Choose(1, 3);
