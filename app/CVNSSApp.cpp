@@ -7,6 +7,7 @@
 #include "CrashReport.h"
 #include "Language.h"
 #include "MessageBox.h"
+#include "QtTexts.h"
 #include "SingleInstance.h"
 #include "StartUp.h"
 #include "Style.h"
@@ -35,18 +36,18 @@ int CVNSSApp::InitInstance(const QStringList& arguments) {
 }
 
 void CVNSSApp::RunFrame(const QString& picture, SingleInstance& instance) {
+    const QtTexts texts;
     Style::Apply(m_application);
     m_application.setApplicationDisplayName(AppTitle());
     CMainFrameWnd frame(picture, BuiltInTools());
-    instance.Serve([&frame] { return frame.isVisible(); },
-                   [&frame] {
-                       if (frame.isMinimized()) frame.showNormal();
-                       frame.raise();
-                       frame.activateWindow();
-                   });
+    instance.Serve([&frame] {
+        if (frame.isMinimized()) frame.showNormal();
+        frame.raise();
+        frame.activateWindow();
+    });
     frame.ShowModal();
     TrySwitch(0);
-    instance.Serve({}, {});
+    instance.Retire();
 }
 
 void CVNSSApp::ExitInstance() {

@@ -17,8 +17,9 @@
 
 namespace {
 
-constexpr QPoint SpinnerAt(10, 14), PercentAt(44, 22), TextAt(70, 22);
-constexpr int LineHeight = 16;
+constexpr QPoint SpinnerAt(10, 14), PercentAt(44, 22), TextAt(70, 22), BarAt(44, 56), EscAt(44, 66);
+constexpr int LineHeight = 16, BarHeight = 3;
+constexpr int BarRight = 24, TextRight = 12;
 constexpr int Corner = 10;
 // Of 255: the whole window lets a hint of what is below through.
 constexpr double WindowAlpha = 254.0 / 255.0;
@@ -87,6 +88,8 @@ CDlgProgressCtrl::~CDlgProgressCtrl() {
 void CDlgProgressCtrl::Reset() {
     AssertMainThread();
     m_nPercent = NoPercent;
+    m_bShowBar = false;
+    m_escKept = false;
     m_strText.clear();
     m_nSpinner = 0;
     m_timer.start();
@@ -110,6 +113,8 @@ void CDlgProgressCtrl::Tick() {
 void CDlgProgressCtrl::SetPercent(int percent) {
     AssertMainThread();
     m_nPercent = percent;
+    m_bShowBar = true;
+    if (m_escKept) Cancel();
     update();
 }
 
@@ -145,7 +150,8 @@ void CDlgProgressCtrl::CloseModal() {
 }
 
 void CDlgProgressCtrl::Cancel() {
-    if (!m_bShowBar) return;
+    m_escKept = !m_bShowBar;
+    if (m_escKept) return;
     RequestCancel();
     SetText(QStringLiteral("esc"));
 }
@@ -176,6 +182,11 @@ void CDlgProgressCtrl::paintEvent(QPaintEvent*) {
         painter.drawPixmap(rect(), m_background);
     }
     PaintSpinner(painter);
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(12);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    if (m_bShowBar) PaintBar(painter);
     PaintLine(painter);
 }
 
@@ -190,23 +201,27 @@ void CDlgProgressCtrl::PaintSpinner(QPainter& painter) const {
     painter.drawArc(place.adjusted(3, 3, -3, -3), -m_nSpinner * 360 * 16 / StripWidth, 270 * 16);
 }
 
+void CDlgProgressCtrl::PaintBar(QPainter& painter) const {
+    const QRectF track(BarAt, QSizeF(Width - BarAt.x() - BarRight, BarHeight));
+    painter.fillRect(track, QColor(255, 255, 255, 50));
+    painter.fillRect(QRectF(track.topLeft(), QSizeF(track.width() * m_nPercent / 100.0, track.height())),
+                     Style::Accent);
+    if (IsCancelled()) return;
+    painter.setOpacity(0.6);
+    painter.drawText(QRect(EscAt, QSize(Width - EscAt.x() - BarRight, LineHeight)), Qt::AlignRight | Qt::AlignTop,
+                     LanguageText(QStringLiteral("ids_progress_esc")));
+    painter.setOpacity(1.0);
+}
+
 void CDlgProgressCtrl::PaintLine(QPainter& painter) const {
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(12);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
     int textX = TextAt.x();
-    if (m_bShowBar && m_nPercent != NoPercent) {
+    if (m_bShowBar) {
         const QString percent = QStringLiteral("%1%").arg(m_nPercent);
         painter.drawText(QRect(PercentAt, QSize(Width, LineHeight)), Qt::AlignLeft | Qt::AlignTop, percent);
         textX = std::max(textX, PercentAt.x() + painter.fontMetrics().horizontalAdvance(percent) + 6);
-        const QRectF track(PercentAt.x(), 56, Width - PercentAt.x() - 24, 3);
-        painter.fillRect(track, QColor(255, 255, 255, 50));
-        painter.fillRect(QRectF(track.topLeft(), QSizeF(track.width() * m_nPercent / 100.0, track.height())),
-                         Style::Accent);
     }
     const QString text = m_strText.isEmpty() ? LanguageText(QStringLiteral("ids_progress_1")) : m_strText;
-    const QRect place(QPoint(textX, TextAt.y()), QSize(Width - textX - 12, LineHeight));
+    const QRect place(QPoint(textX, TextAt.y()), QSize(Width - textX - TextRight, LineHeight));
     painter.drawText(place, Qt::AlignLeft | Qt::AlignTop,
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
 }

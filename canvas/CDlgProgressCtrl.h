@@ -12,7 +12,11 @@
 // exists from Reset on, but shows only when the task outlasts VisibleAfter, so that quick tasks do not flash.
 //
 // While its modal loop runs, all input to the program is swallowed, also before the window shows: no click of that time
-// reaches anything later. Esc asks the work to stop. Main thread only.
+// reaches anything later.
+//
+// Work that tells its percentages can be stopped, work that tells none cannot. So with the first percentage come the
+// bar and the word that Esc cancels, and from then on Esc (or closing the window) asks the work to stop. One that is
+// pressed earlier is kept until then; in work that cannot be stopped it has no effect. Main thread only.
 class CDlgProgressCtrl : public QWidget, public ProgressWindow {
     Q_OBJECT
 
@@ -35,6 +39,8 @@ class CDlgProgressCtrl : public QWidget, public ProgressWindow {
 
     int Percent() const { return m_nPercent; }
     const QString& Text() const { return m_strText; }
+    // The work can be stopped by Esc, and the window shows so beside its bar.
+    bool TakesEsc() const { return m_bShowBar; }
     // Offset of the spinner's frame in its strip.
     int Spinner() const { return m_nSpinner; }
 
@@ -48,11 +54,13 @@ class CDlgProgressCtrl : public QWidget, public ProgressWindow {
     void Tick();
     void Cancel();
     void PaintSpinner(QPainter& painter) const;
+    void PaintBar(QPainter& painter) const;
     void PaintLine(QPainter& painter) const;
 
     int m_nPercent = NoPercent;
     QString m_strText;
-    bool m_bShowBar = true;
+    bool m_bShowBar = false;
+    bool m_escKept = false;
     int m_nSpinner = 0;
     QPixmap m_background;
     QPixmap m_spinner;

@@ -36,6 +36,10 @@ bool WipeDir(const QString& path);
 // False when that fails.
 bool MakeTempPrivate();
 
+// Whether a path leads into AppDir/Temp, by itself or through links. That folder is wiped at exit, so nothing in it is
+// the user's to keep.
+bool IsInTemp(const QString& path);
+
 // Folder `name` in the user's documents folder, made when missing; empty when there is none and none can be made.
 QString GetDocumentsDir(const QString& name);
 

@@ -18,7 +18,7 @@ bool RaiseIfVisible(const QString& window, std::chrono::milliseconds patience) {
     socket.connectToServer(CompanionSocketName(window));
     if (!socket.waitForConnected(Remaining(deadline))) return false;
     ucred peer = {};
-    if (!PeerOf(socket, peer) || peer.uid != ::geteuid()) return false;
+    if (!PeerOf(static_cast<int>(socket.socketDescriptor()), peer) || peer.uid != ::geteuid()) return false;
     if (Exchange(socket, "visible?", deadline) != "yes") return false;
     Exchange(socket, "raise", deadline);
     return true;

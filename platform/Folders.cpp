@@ -10,6 +10,7 @@
 #include <cstring>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
 #include "AppPaths.h"
@@ -77,6 +78,18 @@ QStringList NamesBelow(const QString& folder, const QString& path) {
     return clean.startsWith(prefix) ? clean.mid(prefix.size()).split(u'/', Qt::SkipEmptyParts) : QStringList();
 }
 
+// The path with links resolved as far as it exists.
+QString RealPath(const QString& path) {
+    const QFileInfo info(path);
+    if (info.exists()) return info.canonicalFilePath();
+    const QString folder = info.absoluteDir().canonicalPath();
+    return folder.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : folder + u'/' + info.fileName();
+}
+
+bool IsBelow(const QString& path, const QString& folder) {
+    return path.startsWith(folder.endsWith(u'/') ? folder : folder + u'/');
+}
+
 }  // namespace
 
 bool WipeDir(const QString& path) {
@@ -116,4 +129,10 @@ bool MakeTempPrivate() {
     if (!MakeDirs(AppPath(QStringLiteral("Temp")))) return false;
     const Handle folder(::open(name.constData(), FolderFlags));
     return folder.Get() >= 0 && ::fchmod(folder.Get(), 0700) == 0;
+}
+
+bool IsInTemp(const QString& path) {
+    const QString temp = AppPath(QStringLiteral("Temp"));
+    return IsBelow(RealPath(path), RealPath(temp)) ||
+           IsBelow(QDir::cleanPath(QFileInfo(path).absoluteFilePath()), QDir::cleanPath(temp));
 }

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <QtNetwork/QLocalSocket>
 
-bool PeerOf(const QLocalSocket& socket, ucred& peer) {
+bool PeerOf(int socket, ucred& peer) {
     socklen_t size = sizeof(peer);
-    return ::getsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0;
+    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0;
 }
 
 int Remaining(const QDeadlineTimer& deadline) {

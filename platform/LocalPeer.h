@@ -11,7 +11,7 @@ class QLocalSocket;
 // the deadline.
 
 // User and process at the other end. False when the system does not tell.
-bool PeerOf(const QLocalSocket& socket, ucred& peer);
+bool PeerOf(int socket, ucred& peer);
 // Milliseconds left, never below 0.
 int Remaining(const QDeadlineTimer& deadline);
 // Sends a line and waits for one; empty when none came in time.

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SingleInstance.h"
 
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFileInfo>
 #include <QtCore/QThread>
-#include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
 
 #include "AppPaths.h"
 #include "LocalPeer.h"
+#include "Messages.h"
 
 namespace {
 
@@ -22,7 +20,6 @@ using std::chrono::milliseconds;
 constexpr char SemaphoreName[] = "Vantu_PixelOwl_Main_Process";
 constexpr milliseconds RetryPause{20};
 constexpr milliseconds EndPatience{2000};
-constexpr qint64 LongestRequest = 32;
 
 QString UserName() {
     return QLatin1String(SemaphoreName) + u'-' + QString::number(::geteuid());
@@ -50,26 +47,36 @@ SingleInstance::~SingleInstance() = default;
 InstanceEntry SingleInstance::Enter() {
     m_name = SocketName();
     bool ended = false;
+    bool ending = false;
     pid_t silent = 0;
     QDeadlineTimer deadline(m_silence);
     while (true) {
         const InstanceLock::State state = m_lock.Take();
         if (state == InstanceLock::State::Failed) return InstanceEntry::Failed;
         if (state == InstanceLock::State::Taken) {
-            Listen();
+            BeginToAnswer();
             return ended ? InstanceEntry::Replaced : InstanceEntry::First;
         }
         // Of several that wait for one silent holder, one takes its place; it then has all its own time to answer.
         const pid_t holder = m_lock.Holder();
-        if (holder != silent) deadline.setRemainingTime(m_silence);
+        if (holder != silent) {
+            deadline.setRemainingTime(m_silence);
+            ending = false;
+        }
         silent = holder;
         const Answer answer = Ask(milliseconds(Remaining(deadline)));
         if (answer == Answer::Given) return InstanceEntry::Raised;
         if (answer == Answer::Stranger) return InstanceEntry::Unreachable;
+        if (answer == Answer::Ending && !ending) {
+            deadline.setRemainingTime(m_silence);
+            ending = true;
+        }
         if (!deadline.hasExpired()) {
             QThread::msleep(static_cast<unsigned long>(RetryPause.count()));
             continue;
         }
+        // It was alive and said so: at most its place is not to be had.
+        if (ending) return InstanceEntry::Unreachable;
         const bool endedNow = m_lock.EndHolder(silent, EndPatience);
         if (!endedNow && m_lock.Holder() == silent) return InstanceEntry::Unreachable;
         ended = ended || endedNow;
@@ -84,48 +91,19 @@ SingleInstance::Answer SingleInstance::Ask(milliseconds patience) const {
     if (!socket.waitForConnected(Remaining(deadline))) return Answer::None;
     ucred peer = {};
     // The name of a socket is free for anyone to take; only the holder of the lock speaks for it.
-    if (!PeerOf(socket, peer) || peer.uid != ::geteuid()) return Answer::Stranger;
+    if (!PeerOf(static_cast<int>(socket.socketDescriptor()), peer) || peer.uid != ::geteuid()) return Answer::Stranger;
     const pid_t holder = m_lock.Holder();
     if (holder != 0 && peer.pid != holder) return Answer::None;
-    if (Exchange(socket, "visible?", deadline).isEmpty()) return Answer::None;
+    const QByteArray visible = Exchange(socket, "visible?", deadline);
+    if (visible.isEmpty()) return Answer::None;
+    if (visible == "ending") return Answer::Ending;
     Exchange(socket, "raise", deadline);
     return Answer::Given;
 }
 
-void SingleInstance::Listen() {
-    m_server = std::make_unique<QLocalServer>();
-    m_server->setSocketOptions(QLocalServer::AbstractNamespaceOption);
-    QObject::connect(m_server.get(), &QLocalServer::newConnection, m_server.get(), [this] { Accept(); });
-    m_server->listen(m_name);
-}
-
-void SingleInstance::Accept() {
-    while (QLocalSocket* socket = m_server->nextPendingConnection()) {
-        QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        ucred peer = {};
-        if (!PeerOf(*socket, peer) || peer.uid != ::geteuid()) {
-            socket->abort();
-            socket->deleteLater();
-            continue;
-        }
-        socket->setReadBufferSize(LongestRequest);
-        QObject::connect(socket, &QLocalSocket::readyRead, m_server.get(), [this, socket] { Reply(socket); });
-        // What was already sent has told of itself before anybody listened.
-        Reply(socket);
-    }
-}
-
-void SingleInstance::Reply(QLocalSocket* socket) {
-    while (socket->canReadLine()) {
-        const QByteArray request = socket->readLine().trimmed();
-        if (request == "visible?") {
-            socket->write(m_visible && m_visible() ? "yes\n" : "no\n");
-        } else if (request == "raise") {
-            Raise();
-            socket->write("done\n");
-        }
-    }
-    if (socket->bytesAvailable() >= LongestRequest) socket->disconnectFromServer();
+void SingleInstance::BeginToAnswer() {
+    m_answers =
+        std::make_unique<InstanceAnswers>(m_name.toUtf8(), [this] { PostToMain(&m_mainThread, [this] { Raise(); }); });
 }
 
 void SingleInstance::Raise() {
@@ -133,8 +111,13 @@ void SingleInstance::Raise() {
     if (m_raise) m_raise();
 }
 
-void SingleInstance::Serve(std::function<bool()> visible, std::function<void()> raise) {
-    m_visible = std::move(visible);
+void SingleInstance::Serve(std::function<void()> raise) {
     m_raise = std::move(raise);
+    if (m_answers) m_answers->Say(InstanceState::Shown);
     if (m_raiseAsked) Raise();
+}
+
+void SingleInstance::Retire() {
+    if (m_answers) m_answers->Say(InstanceState::Ending);
+    m_raise = {};
 }

@@ -207,14 +207,19 @@ void CSaveWnd::Save() {
         return Refuse(QStringLiteral("ids_msg_pathinvaild"), m_path);
     if (!IsValidSaveName(m_plan.CurrentName())) return Refuse(QStringLiteral("ids_msg_fileinvaild"), m_name);
     const QString path = m_plan.FullPath(m_type->currentText());
-    if (m_plan.CoverState() == SavePlan::Cover::Off && QFileInfo::exists(path) &&
-        AskYesNo(this, LanguageText(QStringLiteral("ids_msg_fileexist"), SectionMessageBox)) != ResultYes)
-        return;
+    if (!MayReplace(path)) return;
     if (Write(path))
         FinishSave(path);
     else
         ShowMessage(this, LanguageText(QStringLiteral("ids_msg_saveerror"), SectionMessageBox));
     CountClick(QStringLiteral("8880601"));
+}
+
+// Whoever chose to overwrite the opened file has said so, but did not say that a larger picture may go.
+bool CSaveWnd::MayReplace(const QString& path) {
+    const bool announced = m_plan.CoverState() == SavePlan::Cover::On && !m_request.sourceIsLarger;
+    return announced || !QFileInfo::exists(path) ||
+           AskYesNo(this, LanguageText(QStringLiteral("ids_msg_fileexist"), SectionMessageBox)) == ResultYes;
 }
 
 void CSaveWnd::FinishSave(const QString& path) {

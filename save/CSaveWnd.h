@@ -26,6 +26,8 @@ struct SaveRequest {
     Bitmap picture;
     PC_File* file = nullptr;
     AfterSave afterSave = AfterSave::ShowPage;
+    // The file of the opened picture holds a larger one than `picture` was made of, so overwriting it loses detail.
+    bool sourceIsLarger = false;
     // Called after each written file, before the window goes on; may be empty.
     std::function<void(const QString& path)> saved;
     // Runs the main window's open command with `owner` as the owner of its dialogs; true when a picture was opened.
@@ -71,6 +73,7 @@ class CSaveWnd : public CXMLWnd {
     void ChooseFolder();
     void Estimate();
     void Save();
+    bool MayReplace(const QString& path);
     void Refuse(const QString& key, QLineEdit* field);
     bool Write(const QString& path);
     void FinishSave(const QString& path);

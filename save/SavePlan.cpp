@@ -2,7 +2,6 @@
 #include "SavePlan.h"
 
 #include <algorithm>
-#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 #include "AppPaths.h"
@@ -17,25 +16,6 @@ QString g_lastSaveFolder;
 
 bool IsForbidden(QChar c) {
     return QStringLiteral("\\/:*?\"<>|").contains(c) || c.category() == QChar::Other_Control;
-}
-
-// The path with links resolved as far as it exists.
-QString RealPath(const QString& path) {
-    const QFileInfo info(path);
-    if (info.exists()) return info.canonicalFilePath();
-    const QString folder = info.absoluteDir().canonicalPath();
-    return folder.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : folder + QLatin1Char('/') + info.fileName();
-}
-
-bool IsBelow(const QString& path, const QString& folder) {
-    return path.startsWith(folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/'));
-}
-
-// The program's working folder is wiped at exit, so nothing in it is the user's to keep.
-bool IsTemporary(const QString& path) {
-    const QString temp = AppPath(QStringLiteral("Temp"));
-    return IsBelow(RealPath(path), RealPath(temp)) ||
-           IsBelow(QDir::cleanPath(QFileInfo(path).absoluteFilePath()), QDir::cleanPath(temp));
 }
 
 bool CanBeWritten(const QString& suffix) {
@@ -105,7 +85,7 @@ void SavePlan::SetSource(const QString& path, const QString& defaultFolder) {
                  m_source.name + QStringLiteral("_copy")};
     m_beforeCover = m_current;
     m_cover = Cover::Off;
-    m_canCover = CanBeWritten(m_sourceSuffix) && !IsTemporary(m_sourcePath);
+    m_canCover = CanBeWritten(m_sourceSuffix) && !IsInTemp(m_sourcePath);
 }
 
 void SavePlan::ToggleCover(const QString& folder, const QString& name) {

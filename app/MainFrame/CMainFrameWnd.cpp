@@ -110,12 +110,13 @@ bool CMainFrameWnd::RunOpenCommand() {
 
 QString CMainFrameWnd::AskForFile(QWidget* owner) {
     return QFileDialog::getOpenFileName(owner, LanguageText(QStringLiteral("ids_msg_openimage")),
-                                        QFileInfo(m_pMidWnd->HeldPath()).path(), OpenFilter());
+                                        FolderToOpenFrom(m_pMidWnd->HeldPath()), OpenFilter(), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
 }
 
 void CMainFrameWnd::OnOpenButton() {
     if (m_pMidWnd->IsBusy()) return;
-    ReplacePicture([this] { RunOpenCommand(); });
+    ReplacePicture([this] { return RunOpenCommand(); });
     CountClick(QStringLiteral("8880501"));
 }
 
@@ -144,9 +145,10 @@ void CMainFrameWnd::HideWelcome() {
     Mask().ShowMask(false);
 }
 
-// A failed open counts as cancelled: the welcome window stays and its buttons work again.
+// Without another picture, whatever the reason, the welcome window stays and its buttons work again.
 void CMainFrameWnd::OnWelcomeChoice(int choice) {
-    const bool opened = choice == CWelcomeWnd::Sample ? OpenSample() : RunOpenCommand();
+    const bool opened =
+        ReplacePicture([=, this] { return choice == CWelcomeWnd::Sample ? OpenSample() : RunOpenCommand(); });
     if (!opened) return m_pWelcomeWnd->EnableChoices();
     if (choice == CWelcomeWnd::Sample) return;
     m_pTopWnd->ShowSection(choice);

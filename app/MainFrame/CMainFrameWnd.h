@@ -67,8 +67,9 @@ class CMainFrameWnd : public CXMLWnd {
     enum class FirstStep { None, Save, Stop };
     // Asks, unless nothing would be lost.
     FirstStep AskBeforeLosing();
-    // Replaces the picture by what `open` opens, after the question.
-    void ReplacePicture(const std::function<void()>& open);
+    // Replaces the picture by what `open` opens, after the question: every way to another picture goes through here.
+    // True when another one is open.
+    bool ReplacePicture(const std::function<bool()>& open);
     bool SaveShown(AfterSave after);
     bool ShowSaveWindow(const Bitmap& picture, AfterSave after);
     bool OpenFromSaveWindow(QWidget* owner);
@@ -81,6 +82,7 @@ class CMainFrameWnd : public CXMLWnd {
     void AddShortcuts();
     void OpenPaste();
     void OpenFrom(const QMimeData& mime);
+    bool OpenPicture(const Bitmap& picture);
     void ShowImageFacts();
     void UpdateHistoryButtons();
     void HideWelcome();

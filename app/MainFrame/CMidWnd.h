@@ -49,6 +49,9 @@ class CMidWnd : public QWidget, public ToolHost {
     // The file object of the held picture, which knows its metadata.
     PC_File& File() { return *m_file; }
     bool HasImage() const { return !m_heldPath.isEmpty(); }
+    // The file of the held picture holds a larger one: it was reduced when it was opened, and not overwritten since.
+    bool SourceIsLarger() const { return m_sourceIsLarger; }
+    void NoteSourceCovered() { m_sourceIsLarger = false; }
 
     // Who hears of each opened picture.
     void SetOpenListener(std::function<void(const OpenedImage&)> listener) { m_imageOpened = std::move(listener); }
@@ -98,6 +101,7 @@ class CMidWnd : public QWidget, public ToolHost {
     int m_nCompareMode = 0;
     std::unique_ptr<PC_File> m_file;
     QString m_heldPath;
+    bool m_sourceIsLarger = false;
     int m_modal = 0;
     std::function<void(const OpenedImage&)> m_imageOpened;
 

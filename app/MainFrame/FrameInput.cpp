@@ -14,6 +14,8 @@
 #include "CMainFrameWnd.h"
 #include "CMidTopEditTool.h"
 #include "CTopWnd.h"
+#include "Language.h"
+#include "MessageBox.h"
 #include "Sections.h"
 
 namespace {
@@ -93,11 +95,20 @@ void CMainFrameWnd::OpenPaste() {
 // A file is opened; a bare picture is first written to the session's own folder, since a session is that of a file.
 void CMainFrameWnd::OpenFrom(const QMimeData& mime) {
     const QString file = FirstFile(mime);
-    if (!file.isEmpty()) return ReplacePicture([&] { OpenFile(file); });
+    if (!file.isEmpty()) {
+        ReplacePicture([&] { return OpenFile(file); });
+        return;
+    }
     const Bitmap picture = BitmapOf(qvariant_cast<QImage>(mime.imageData()));
-    if (!picture) return;
-    ReplacePicture([&] {
-        const QString path = AppPath(QStringLiteral("Temp/clipboard.png"));
-        if (PC_File().OnSaveQuick(path.toStdWString().c_str(), picture, VN_IMAGE_FORMAT_PNG, 0)) OpenFile(path);
+    if (picture) ReplacePicture([&] { return OpenPicture(picture); });
+}
+
+bool CMainFrameWnd::OpenPicture(const Bitmap& picture) {
+    const QString path = AppPath(QStringLiteral("Temp/clipboard.png"));
+    if (PC_File().OnSaveQuick(path.toStdWString().c_str(), picture, VN_IMAGE_FORMAT_PNG, 0)) return OpenFile(path);
+    WhileModal([this] {
+        ShowMessage(this, LanguageText(QStringLiteral("ids_pasteerror")));
+        return 0;
     });
+    return false;
 }

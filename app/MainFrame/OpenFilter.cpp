@@ -1,39 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "OpenFilter.h"
 
+#include <array>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
 #include <QtCore/QStringList>
+
+#include "AppPaths.h"
+#include "Language.h"
 
 namespace {
 
-// "*.jpg" as "*.[jJ][pP][gG]": the dialogs of some systems tell the cases apart.
-QString AnyCase(const QString& pattern) {
-    QString out;
-    for (const QChar c : pattern) {
-        if (c.isLetter())
-            out += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
-        else
-            out += c;
-    }
-    return out;
+// The language file has a line for each: name, "|", and the patterns with ";" between them.
+constexpr std::array Kinds = {"ids_openkind_all", "ids_openkind_jpeg", "ids_openkind_bmp", "ids_openkind_gif",
+                              "ids_openkind_png"};
+
+QString FilterOf(const QString& kind) {
+    QStringList patterns = kind.section(u'|', 1).split(u';', Qt::SkipEmptyParts);
+    for (const QString& pattern : QStringList(patterns)) patterns << pattern.toUpper();
+    patterns.removeDuplicates();
+    return QStringLiteral("%1 (%2)").arg(kind.section(u'|', 0, 0), patterns.join(u' '));
 }
 
 }  // namespace
 
-QString OpenFilterText() {
-    return QStringLiteral(
-        "All File |*.*|Jpeg File(*.jpg;*.jpeg;*.jpe)|*.jpg;*.jpeg;*.jpe|Windows(*.bmp)|*.bmp|CompuServe "
-        "GIF(*.gif)|*.gif|Png文件(*.png)|*.png||");
+QString OpenFilter() {
+    QStringList filters;
+    for (const char* kind : Kinds) filters << FilterOf(LanguageText(QLatin1String(kind)));
+    return filters.join(QStringLiteral(";;"));
 }
 
-QString OpenFilter() {
-    const QStringList parts = OpenFilterText().split(QLatin1Char('|'), Qt::SkipEmptyParts);
-    QStringList filters;
-    for (int i = 0; i + 1 < parts.size(); i += 2) {
-        QStringList patterns;
-        for (const QString& pattern : parts[i + 1].split(QLatin1Char(';')))
-            patterns << (pattern == u"*.*" ? QStringLiteral("*") : AnyCase(pattern));
-        const QString label = parts[i].section(QLatin1Char('('), 0, 0).trimmed();
-        filters << QStringLiteral("%1 (%2)").arg(label, patterns.join(QLatin1Char(' ')));
-    }
-    return filters.join(QStringLiteral(";;"));
+QString FolderToOpenFrom(const QString& heldPath) {
+    if (!heldPath.isEmpty() && !IsInTemp(heldPath)) return QFileInfo(heldPath).path();
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
 }

@@ -3,9 +3,13 @@
 
 #include <QtCore/QString>
 
-// The open dialog's list of file kinds.
+// What the open dialog begins with.
 
-// As the program states it: pairs of a label and its patterns, all separated by "|".
-QString OpenFilterText();
-// The same in the form of QFileDialog. Case does not count in a pattern, on any system.
+// The kinds of files to choose from, in the form of QFileDialog and in the program's language: the name people know,
+// and the patterns. Meant for dialogs that show the names alone (QFileDialog::HideNameFilterDetails); each pattern is
+// there in small and in capital letters, for the dialogs of systems that tell the cases apart.
 QString OpenFilter();
+
+// The folder to begin in: that of the picture on show, or the user's pictures folder when there is no such picture or
+// it is one of the program's own (the sample, a paste).
+QString FolderToOpenFrom(const QString& heldPath);

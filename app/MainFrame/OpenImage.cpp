@@ -50,6 +50,7 @@ bool CMidWnd::OpenImage(const QString& path) {
     m_file = std::move(file);
     m_imageInfo = m_file->GetImageInfo() ? *m_file->GetImageInfo() : tag_ImageInfo{};
     m_heldPath = path;
+    m_sourceIsLarger = reduced;
     m_saved.reset();
     LoadIntoSession();
     m_pWnd->Redraw(CBaseWnd::Paint::Now);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Saving, and the question that guards what would be lost: by the open button, a drop, a paste, and closing.
+// Saving, and the question that guards what would be lost: by the open button, the start page, a drop, a paste, and
+// closing.
 #include "CBaseWnd.h"
 #include "ClickCount.h"
 #include "CMainFrameWnd.h"
@@ -16,17 +17,17 @@ CMainFrameWnd::FirstStep CMainFrameWnd::AskBeforeLosing() {
 }
 
 // "Save" ends the request: the user sees the save window, and asks again afterwards for what was to be opened.
-void CMainFrameWnd::ReplacePicture(const std::function<void()>& open) {
+bool CMainFrameWnd::ReplacePicture(const std::function<bool()>& open) {
     switch (AskBeforeLosing()) {
         case FirstStep::Save:
             RunSaveCommand();
-            return;
+            return false;
         case FirstStep::None:
-            open();
-            return;
+            return open();
         case FirstStep::Stop:
-            return;
+            break;
     }
+    return false;
 }
 
 bool CMainFrameWnd::MayClose() {
@@ -65,7 +66,11 @@ bool CMainFrameWnd::ShowSaveWindow(const Bitmap& picture, AfterSave after) {
     request.picture = picture;
     request.file = &m_pMidWnd->File();
     request.afterSave = after;
-    request.saved = [this](const QString&) { m_pMidWnd->NoteSaved(); };
+    request.sourceIsLarger = m_pMidWnd->SourceIsLarger();
+    request.saved = [this](const QString& path) {
+        m_pMidWnd->NoteSaved();
+        if (path == m_pMidWnd->HeldPath()) m_pMidWnd->NoteSourceCovered();
+    };
     request.openAnother = [this](QWidget* owner) { return OpenFromSaveWindow(owner); };
     bool written = false;
     WhileModal([&] {

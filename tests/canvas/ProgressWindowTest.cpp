@@ -33,6 +33,25 @@ struct Program {
     int clicks = 0;
 };
 
+// Where the bar runs and where it says that Esc cancels.
+constexpr QRect BarPlace(44, 56, 232, 3), EscPlace(44, 64, 240, 24);
+
+QImage Drawn(QWidget& dialog) {
+    QImage image(dialog.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    dialog.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+// Pixels in a place of the window that stand out from its dark ground.
+int LightPixels(QWidget& dialog, QRect place) {
+    const QImage image = Drawn(dialog);
+    int light = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x) light += image.pixelColor(x, y).lightness() > 75;
+    return light;
+}
+
 TEST(ProgressWindow, AQuickTaskShowsNothing) {
     Program program;
     CDlgProgressCtrl dialog(&program.window);
@@ -100,6 +119,7 @@ TEST(ProgressWindow, EscAsksTheWorkToStopAndSaysSo) {
     QString text;
     bool stopped = false;
     const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        sink.SetValue(1.0f);
         EXPECT_TRUE(sink.CanContinue());
         // To whatever window has the keyboard.
         SendToMain([&] { QTest::keyClick(&program.window, Qt::Key_Escape); });
@@ -110,6 +130,67 @@ TEST(ProgressWindow, EscAsksTheWorkToStopAndSaysSo) {
     EXPECT_FALSE(done);
     EXPECT_TRUE(stopped);
     EXPECT_EQ(text, u"esc");
+}
+
+TEST(ProgressWindow, EscInWorkThatTellsNoPercentageStopsNothingAndSaysNothing) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    QString text;
+    bool takesEsc = true;
+    const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        SendToMain([&] { QTest::keyClick(&program.window, Qt::Key_Escape); });
+        EXPECT_TRUE(sink.CanContinue());
+        text = SendToMain([&] { return dialog.Text(); });
+        takesEsc = SendToMain([&] { return dialog.TakesEsc(); });
+    });
+    EXPECT_TRUE(done);
+    EXPECT_NE(text, u"esc");
+    EXPECT_FALSE(takesEsc);
+}
+
+TEST(ProgressWindow, AnEarlyEscIsKeptUntilTheFirstPercentage) {
+    Program program;
+    CDlgProgressCtrl dialog(&program.window);
+    CShowProgress progress(dialog);
+    QString before, after;
+    const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        SendToMain([&] { QTest::keyClick(&program.window, Qt::Key_Escape); });
+        EXPECT_TRUE(sink.CanContinue());
+        before = SendToMain([&] { return dialog.Text(); });
+        sink.SetValue(1.0f);
+        after = SendToMain([&] { return dialog.Text(); });
+        EXPECT_FALSE(sink.CanContinue());
+    });
+    EXPECT_FALSE(done);
+    EXPECT_NE(before, u"esc");
+    EXPECT_EQ(after, u"esc");
+    EXPECT_TRUE(RunTask(progress, [](CObjProgress& sink) { sink.SetValue(1.0f); }))
+        << "the next task begins without it";
+}
+
+TEST(ProgressWindow, BarAndTheWordOfEscComeWithTheFirstPercentage) {
+    SetLanguage(QStringLiteral("1033"));
+    CDlgProgressCtrl dialog(nullptr);
+    dialog.Reset();
+    EXPECT_FALSE(dialog.TakesEsc());
+    EXPECT_EQ(LightPixels(dialog, BarPlace), 0);
+    EXPECT_EQ(LightPixels(dialog, EscPlace), 0);
+    dialog.SetPercent(1);
+    EXPECT_TRUE(dialog.TakesEsc());
+    EXPECT_GT(LightPixels(dialog, BarPlace), 0);
+    EXPECT_GT(LightPixels(dialog, EscPlace), 0);
+    dialog.Reset();
+    EXPECT_EQ(LightPixels(dialog, BarPlace), 0) << "the next task begins without";
+    EXPECT_EQ(LightPixels(dialog, EscPlace), 0);
+}
+
+TEST(ProgressWindow, TheWordOfEscIsInBothLanguages) {
+    for (const char* language : {"1033", "2052"}) {
+        SetLanguage(QLatin1String(language));
+        EXPECT_TRUE(LanguageText(QStringLiteral("ids_progress_esc")).contains(QStringLiteral("Esc"))) << language;
+    }
+    SetLanguage(QStringLiteral("1033"));
 }
 
 TEST(ProgressWindow, InputDuringATaskReachesNothingAndIsNotKeptForLater) {
@@ -136,6 +217,7 @@ TEST(ProgressWindow, ClosingItAsksToStopAndWaitsForTheWorker) {
     CShowProgress progress(dialog);
     bool over = false;
     const bool done = RunTask(progress, [&](CObjProgress& sink) {
+        sink.SetValue(1.0f);
         SendToMain([&] { dialog.close(); });
         EXPECT_FALSE(sink.CanContinue());
         Rest(30);
@@ -149,9 +231,7 @@ TEST(ProgressWindow, IsDarkAndRound) {
     CDlgProgressCtrl dialog(nullptr);
     dialog.SetPercent(50);
     dialog.SetText(QStringLiteral("x"));
-    QImage image(dialog.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    dialog.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QImage image = Drawn(dialog);
     EXPECT_LT(qAlpha(image.pixel(0, 0)), 40);
     const QColor ground = image.pixelColor(280, 85);
     EXPECT_GT(ground.alpha(), 180);

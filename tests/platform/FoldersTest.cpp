@@ -101,3 +101,15 @@ TEST_F(Folders, WipeOfAMissingFolderHasNothingToDo) {
     EXPECT_TRUE(WipeDir(AppPath(u"Temp"_s)));
     EXPECT_FALSE(Has(u"Temp"_s));
 }
+
+TEST_F(Folders, WhatLiesInTempIsToldFromWhatIsNamedAlike) {
+    ASSERT_TRUE(MakeDirs(AppPath(u"Temp/UndoTemp"_s)));
+    Put(u"Temp/a.jpg"_s, "x");
+    EXPECT_TRUE(IsInTemp(AppPath(u"Temp/a.jpg"_s)));
+    EXPECT_TRUE(IsInTemp(AppPath(u"Temp/UndoTemp/not there.png"_s)));
+    EXPECT_TRUE(IsInTemp(AppPath(u"Images/../Temp/a.jpg"_s)));
+    EXPECT_FALSE(IsInTemp(AppPath(u"Temperature.jpg"_s)));
+    EXPECT_FALSE(IsInTemp(AppPath(u"Temp"_s))) << "the folder itself is no file of it";
+    ASSERT_TRUE(QFile::link(AppPath(u"Temp/a.jpg"_s), AppPath(u"link.jpg"_s)));
+    EXPECT_TRUE(IsInTemp(AppPath(u"link.jpg"_s)));
+}

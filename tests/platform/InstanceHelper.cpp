@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One instance of a program, for the tests of SingleInstance: says on its output what became of it.
 //     instance_helper MODE MILLISECONDS
-// serve: enters and answers others; busy: enters and then never handles an event; late: enters, answers, and has a
-// window only after a while; enter: enters and ends.
+// serve: enters and has a window; busy: the same, but handles no event for a while; late: has a window only after a
+// while; ending: has had a window and takes a while to end; enter: enters and ends.
 #include <cstdio>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
@@ -11,6 +11,8 @@
 #include "SingleInstance.h"
 
 namespace {
+
+constexpr int WhileMilliseconds = 4000, LateMilliseconds = 1000;
 
 void Say(const char* text) {
     std::printf("%s\n", text);
@@ -43,17 +45,16 @@ int main(int argc, char** argv) {
     const InstanceEntry entry = instance.Enter();
     Say(NameOf(entry));
     if (mode == "enter" || (entry != InstanceEntry::First && entry != InstanceEntry::Replaced)) return 0;
-    if (mode == "busy") QThread::sleep(120);
-    const auto show = [&] {
-        instance.Serve(
-            [] {
-                Say("asked");
-                return true;
-            },
-            [] { Say("to front"); });
-    };
-    if (mode == "late")
-        QTimer::singleShot(1000, &application, show);
+    const auto show = [&] { instance.Serve([] { Say("to front"); }); };
+    if (mode == "busy" || mode == "ending") {
+        show();
+        if (mode == "ending") instance.Retire();
+        Say(mode.constData());
+        QThread::msleep(WhileMilliseconds);
+        Say("free");
+        if (mode == "ending") return 0;
+    } else if (mode == "late")
+        QTimer::singleShot(LateMilliseconds, &application, show);
     else
         show();
     QTimer::singleShot(120000, &application, &QCoreApplication::quit);

@@ -348,6 +348,34 @@ TEST_F(SaveWindow, CoveringWritesTheSourcesFormatWithoutAQuestion) {
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 4) << "no second file beside a name in capitals";
 }
 
+TEST_F(SaveWindow, CoveringALargerPictureAsksFirst) {
+    const QString path = Folder("pictures") + QStringLiteral("/a.png");
+    OpenSource(path);
+    const QByteArray before = FileBytes(path);
+    m_request.sourceIsLarger = true;
+    m_script
+        .On<CSaveWnd>([](CSaveWnd& window) {
+            Click(window, "BtnCover");
+            Click(window, "BtnSave");
+        })
+        .On<QMessageBox>([](QMessageBox& box) {
+            EXPECT_EQ(box.text(), Message("ids_msg_fileexist", "MessageBox"));
+            Click(box, "BtnNo");
+        })
+        .On<CSaveWnd>([&](CSaveWnd& window) {
+            EXPECT_EQ(FileBytes(path), before);
+            EXPECT_EQ(PageOf(window), 0);
+            Click(window, "BtnSave");
+        })
+        .On<QMessageBox>([](QMessageBox& box) { Click(box, "BtnYes"); })
+        .On<CSaveWnd>([](CSaveWnd& window) {
+            EXPECT_EQ(PageOf(window), 1);
+            Click(window, "BtnSaveClose");
+        });
+    EXPECT_EQ(Run().path, path);
+    EXPECT_EQ(Load(path), m_request.picture);
+}
+
 TEST_F(SaveWindow, SecondWindowOffersTheFolderOfTheFirstSave) {
     const QString other = Folder("other");
     m_script.On<CSaveWnd>([&](CSaveWnd& window) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>
@@ -11,6 +12,7 @@
 #include "CHistoryManager.h"
 #include "FakeCompanion.h"
 #include "FrameFixture.h"
+#include "Language.h"
 #include "Messages.h"
 #include "TestPictures.h"
 
@@ -18,12 +20,6 @@ namespace {
 
 class Losing : public FrameTest {
   protected:
-    // Opens the photo and changes it.
-    void ShowChanged() {
-        Show(Photo());
-        Driver::DragSlider(QStringLiteral("Liangdu"), 30);
-        ASSERT_TRUE(Mid().Canvas()->IsImageChanged());
-    }
     void DropFile(const QString& path) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
@@ -33,23 +29,6 @@ class Losing : public FrameTest {
         QCoreApplication::sendEvent(&Frame(), &drop);
     }
     QString Other() { return WritePicture(QStringLiteral("other.png"), TestPictures::Ramp(640, 480)); }
-    // Answers the save question that `act` raises by a button of it; "Esc" presses that key.
-    static void Answer(const std::function<void()>& act, const char* answer) {
-        Driver::Modal(act, QStringLiteral("BtnCancel"), [=] {
-            if (QLatin1String(answer) == u"Esc")
-                Driver::Key(Qt::Key_Escape);
-            else
-                Driver::Click(QLatin1String(answer));
-        });
-    }
-    // Saves under a name in the save window that is up, and closes it when it stays.
-    void SaveAs(const QString& name) {
-        Driver::Type(QStringLiteral("EdtPath"), m_folder);
-        Driver::Type(QStringLiteral("EdtName"), name);
-        Driver::Click(QStringLiteral("BtnSave"));
-        Driver::Wait(50);
-        if (Driver::IsThere(QStringLiteral("BtnSaveOpenPath"))) Driver::Click(QStringLiteral("BtnSaveClose"));
-    }
     void SaveCommand(const QString& name) {
         Driver::Modal([] { Driver::Key(Qt::Key_S, Qt::ControlModifier); }, QStringLiteral("EdtPath"),
                       [&] { SaveAs(name); });
@@ -67,28 +46,28 @@ TEST_F(Losing, AnUnchangedPictureClosesWithoutAQuestion) {
 
 TEST_F(Losing, NoClosesAndThrowsTheWorkAway) {
     ShowChanged();
-    Answer([&] { Frame().close(); }, "BtnCancel");
+    AnswerSaveQuestion([&] { Frame().close(); }, "BtnCancel");
     EXPECT_TRUE(IsClosed());
 }
 
 TEST_F(Losing, EscAndTheCloseBoxStay) {
     ShowChanged();
-    Answer([&] { Frame().close(); }, "Esc");
+    AnswerSaveQuestion([&] { Frame().close(); }, "Esc");
     EXPECT_FALSE(IsClosed());
-    Answer([&] { Frame().close(); }, "BtnClose");
+    AnswerSaveQuestion([&] { Frame().close(); }, "BtnClose");
     EXPECT_FALSE(IsClosed());
 }
 
 TEST_F(Losing, YesClosesOnlyWhenAFileWasWritten) {
     ShowChanged();
-    Answer(
+    AnswerSaveQuestion(
         [&] {
             Driver::Modal([&] { Frame().close(); }, QStringLiteral("EdtPath"),
                           [] { Driver::Click(QStringLiteral("BtnSaveClose")); });
         },
         "BtnSave");
     EXPECT_FALSE(IsClosed()) << "the save window was closed without saving";
-    Answer(
+    AnswerSaveQuestion(
         [&] {
             Driver::Modal([&] { Frame().close(); }, QStringLiteral("EdtPath"), [&] { SaveAs(QStringLiteral("kept")); });
         },
@@ -109,7 +88,7 @@ TEST_F(Losing, WorkAfterSavingIsAskedAboutAgain) {
     ShowChanged();
     SaveCommand(QStringLiteral("kept"));
     Driver::DragSlider(QStringLiteral("Duibidu"), 20);
-    Answer([&] { Frame().close(); }, "Esc");
+    AnswerSaveQuestion([&] { Frame().close(); }, "Esc");
     EXPECT_FALSE(IsClosed());
 }
 
@@ -130,14 +109,14 @@ TEST_F(Losing, ADroppedFileIsOpened) {
 
 TEST_F(Losing, ADropOnWorkAsksAndNoOpensIt) {
     ShowChanged();
-    Answer([&] { DropFile(Other()); }, "BtnCancel");
+    AnswerSaveQuestion([&] { DropFile(Other()); }, "BtnCancel");
     EXPECT_EQ(Mid().Canvas()->GetShowBitmap().Width(), 640);
 }
 
 TEST_F(Losing, AfterSavingTheDropIsOver) {
     ShowChanged();
     const QString held = Mid().HeldPath();
-    Answer(
+    AnswerSaveQuestion(
         [&] {
             Driver::Modal([&] { DropFile(Other()); }, QStringLiteral("EdtPath"),
                           [&] { SaveAs(QStringLiteral("kept")); });
@@ -191,6 +170,19 @@ TEST_F(Losing, APastedPictureIsOpened) {
     EXPECT_EQ(Mid().Canvas()->GetShowBitmap(), TestPictures::Ramp(320, 200));
 }
 
+TEST_F(Losing, APasteThatCanNotBeKeptIsToldAndLeavesTheSession) {
+    Show(Photo());
+    // A folder in the way of the file that the paste is to become.
+    QFile::remove(AppPath(QStringLiteral("Temp/clipboard.png")));
+    ASSERT_TRUE(MakeDirs(AppPath(QStringLiteral("Temp/clipboard.png/in the way"))));
+    QApplication::clipboard()->setImage(ViewOf(TestPictures::Ramp(320, 200)));
+    const QString text = MessageOf([] { Driver::Key(Qt::Key_V, Qt::ControlModifier); });
+    EXPECT_EQ(text, LanguageText(QStringLiteral("ids_pasteerror")));
+    EXPECT_FALSE(text.isEmpty());
+    EXPECT_EQ(Mid().Canvas()->GetShowBitmap(), PhotoPixels());
+    EXPECT_TRUE(QDir(AppPath(QStringLiteral("Temp/clipboard.png"))).removeRecursively());
+}
+
 TEST_F(Losing, ASessionFileUnderTempCanNotBeCovered) {
     Show(Photo());
     QApplication::clipboard()->setImage(ViewOf(TestPictures::Ramp(320, 200)));
@@ -204,7 +196,7 @@ TEST_F(Losing, ASessionFileUnderTempCanNotBeCovered) {
 
 TEST_F(Losing, TheOpenButtonAsksFirst) {
     ShowChanged();
-    Answer([] { Driver::Click(QStringLiteral("btnOpen")); }, "Esc");
+    AnswerSaveQuestion([] { Driver::Click(QStringLiteral("btnOpen")); }, "Esc");
     EXPECT_EQ(Clicks("8880501"), 1);
     EXPECT_TRUE(Mid().Canvas()->IsImageChanged());
 }
@@ -212,8 +204,20 @@ TEST_F(Losing, TheOpenButtonAsksFirst) {
 TEST_F(Losing, ToolChangeAfterSavingNeedsNoQuestion) {
     ShowChanged();
     SaveCommand(QStringLiteral("kept"));
-    Mid().SwitchTool(99);
-    EXPECT_TRUE(Mid().IsSafeToDiscard());
+    Driver::Click(QStringLiteral("btnTab2"));
+    ASSERT_NE(Mid().Tool(), 1);
+    ASSERT_TRUE(Mid().Canvas()->IsImageChanged()) << "it still differs from the opened picture";
+    ASSERT_TRUE(Mid().IsSafeToDiscard());
+    Frame().close();
+    EXPECT_TRUE(IsClosed());
+}
+
+TEST_F(Losing, ToolChangeBeforeSavingStillAsks) {
+    ShowChanged();
+    Driver::Click(QStringLiteral("btnTab2"));
+    ASSERT_NE(Mid().Tool(), 1);
+    AnswerSaveQuestion([&] { Frame().close(); }, "Esc");
+    EXPECT_FALSE(IsClosed());
 }
 
 TEST_F(Losing, AnOpenSharingWindowIsBroughtUpInsteadOfClosing) {

@@ -4,6 +4,7 @@
 #include <QtCore/QDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 
 #include "AppFolders.h"
@@ -93,12 +94,43 @@ int FrameTest::Clicks(const char* code) {
     return entry == counts.end() ? 0 : entry->second;
 }
 
-QString FrameTest::MessageOf(const std::function<void()>& act) {
+QString FrameTest::MessageOf(const std::function<void()>& act, const QString& answer) {
     QString text;
-    Driver::Modal(act, QStringLiteral("BtnOk"), [&] {
+    Driver::Modal(act, answer, [&] {
         const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box) text = box->text();
-        Driver::Click(QStringLiteral("BtnOk"));
+        Driver::Click(answer);
     });
     return text;
+}
+
+void FrameTest::AnswerSaveQuestion(const std::function<void()>& act, const char* answer) {
+    Driver::Modal(act, QStringLiteral("BtnCancel"), [=] {
+        if (QLatin1String(answer) == u"Esc")
+            Driver::Key(Qt::Key_Escape);
+        else
+            Driver::Click(QLatin1String(answer));
+    });
+}
+
+void FrameTest::ShowChanged(ToolTable tools) {
+    Show(Photo(), std::move(tools));
+    Driver::DragSlider(QStringLiteral("Liangdu"), 30);
+    ASSERT_TRUE(Mid().Canvas()->IsImageChanged());
+}
+
+void FrameTest::SaveAs(const QString& name) {
+    Driver::Type(QStringLiteral("EdtPath"), m_folder);
+    Driver::Type(QStringLiteral("EdtName"), name);
+    Driver::Click(QStringLiteral("BtnSave"));
+    Driver::Wait(50);
+    if (Driver::IsThere(QStringLiteral("BtnSaveOpenPath"))) Driver::Click(QStringLiteral("BtnSaveClose"));
+}
+
+void FrameTest::LookAtOpenDialog(const std::function<void()>& act, const std::function<void(QFileDialog&)>& inside) {
+    Driver::Modal(act, QStringLiteral("fileNameEdit"), [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        inside(*dialog);
+        dialog->reject();
+    });
 }

@@ -11,6 +11,8 @@
 #include "CMainFrameWnd.h"
 #include "Driver.h"
 
+class QFileDialog;
+
 // The whole program behind its main window, in the test's own home, with the pictures that a test needs in a folder
 // beside it. Large pictures are opened as they are unless a test sets another choice.
 class FrameTest : public testing::Test {
@@ -36,8 +38,16 @@ class FrameTest : public testing::Test {
     static void Configure(const char* section, const char* key, const QString& value);
     // The clicks counted so far for a code.
     static int Clicks(const char* code);
-    // Runs `act`, which shows a message box, and returns its text after answering it by its default button.
-    static QString MessageOf(const std::function<void()>& act);
+    // Runs `act`, which shows a message box, and returns its text after answering it by a button.
+    static QString MessageOf(const std::function<void()>& act, const QString& answer = QStringLiteral("BtnOk"));
+    // Answers the save question that `act` raises by a button of it; "Esc" presses that key.
+    static void AnswerSaveQuestion(const std::function<void()>& act, const char* answer);
+    // Opens the photo and changes it.
+    void ShowChanged(ToolTable tools = BuiltInTools());
+    // Saves under a name in the save window that is up, and closes it when it stays.
+    void SaveAs(const QString& name);
+    // Runs `act`, which raises the open dialog, lets `inside` look at it, and cancels it.
+    static void LookAtOpenDialog(const std::function<void()>& act, const std::function<void(QFileDialog&)>& inside);
 
     QString m_folder;
 

@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QScopeGuard>
+#include <QtGui/QClipboard>
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 
 #include "AppPaths.h"
+#include "BitmapView.h"
 #include "CBaseWnd.h"
 #include "CHistoryManager.h"
 #include "FrameFixture.h"
@@ -22,6 +28,22 @@ class OpenImage : public FrameTest {
     int StoredChoice() {
         return GetProfileInt(QStringLiteral("Tip"), QStringLiteral("DlgOpenImageLessen"), 0,
                              AppPath(QStringLiteral("Config.ini")));
+    }
+    // Where the open dialog begins.
+    static QString FolderOfOpenDialog() {
+        QString folder;
+        LookAtOpenDialog([] { Driver::Key(Qt::Key_O, Qt::ControlModifier); },
+                         [&](QFileDialog& dialog) { folder = dialog.directory().absolutePath(); });
+        return folder;
+    }
+    // Opens the save window, chooses to overwrite the opened file, runs `save` and closes the window.
+    static void CoverFromSaveWindow(const std::function<void()>& save) {
+        Driver::Modal([] { Driver::Key(Qt::Key_S, Qt::ControlModifier); }, QStringLiteral("EdtPath"),
+                      [&] {
+                          Driver::Click(QStringLiteral("BtnCover"));
+                          save();
+                          Driver::Click(QStringLiteral("BtnSaveClose"));
+                      });
     }
     OpenedImage m_opened;
 };
@@ -81,11 +103,69 @@ TEST_F(OpenImage, TextInAPicturesClothesIsRefused) {
 TEST_F(OpenImage, OpeningAgainKeepsTheToolAndReplacesTheHistory) {
     Show(Photo());
     Driver::DragSlider(QStringLiteral("Liangdu"), 30);
+    Driver::Click(QStringLiteral("btnTab2"));
+    Driver::Click(QStringLiteral("BtnXuanZhuan"));
+    const int rotate = Mid().Tool();
+    ASSERT_NE(rotate, 1) << "not the tool that the program begins with";
+    const CBaseWnd* canvas = Mid().Canvas();
+    ASSERT_GT(CHistoryManager::Instance().m_count, 1);
     const QString other = WritePicture(QStringLiteral("other.png"), TestPictures::Ramp(640, 480));
     ASSERT_TRUE(Frame().OpenFile(other));
-    EXPECT_EQ(Mid().Tool(), 1);
+    EXPECT_EQ(Mid().Tool(), rotate);
+    EXPECT_EQ(Mid().Canvas(), canvas);
+    EXPECT_TRUE(Driver::IsThere(QStringLiteral("BtnXuanZhuan"))) << "its panel is still on show";
     EXPECT_EQ(CHistoryManager::Instance().m_count, 1);
     EXPECT_EQ(Mid().Canvas()->GetShowBitmap(), TestPictures::Ramp(640, 480));
+}
+
+TEST_F(OpenImage, TheDialogStartsInTheFolderOfThePictureOnShow) {
+    Show(Photo());
+    EXPECT_EQ(FolderOfOpenDialog(), m_folder);
+}
+
+TEST_F(OpenImage, AfterTheSampleOrAPasteTheDialogStartsInThePicturesFolder) {
+    const QString home = m_folder + QStringLiteral("/home");
+    const QByteArray formerly = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] { qputenv("HOME", formerly); });
+    ASSERT_TRUE(MakeDirs(home + QStringLiteral("/Pictures")));
+    qputenv("HOME", home.toUtf8());
+    Show();
+    EXPECT_EQ(FolderOfOpenDialog(), home + QStringLiteral("/Pictures")) << "without a picture";
+    Driver::Click(QStringLiteral("BtnExit"));
+    EXPECT_EQ(FolderOfOpenDialog(), home + QStringLiteral("/Pictures")) << "after the sample";
+    ASSERT_TRUE(Frame().OpenFile(Photo()));
+    QApplication::clipboard()->setImage(ViewOf(TestPictures::Ramp(320, 200)));
+    Driver::Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(FolderOfOpenDialog(), home + QStringLiteral("/Pictures")) << "after a paste";
+    ASSERT_TRUE(QDir(home + QStringLiteral("/Pictures")).removeRecursively());
+    EXPECT_EQ(FolderOfOpenDialog(), home) << "without a pictures folder";
+}
+
+TEST_F(OpenImage, CoveringAReducedPictureAsksOnce) {
+    Configure("Tip", "DlgOpenImageLessen", QStringLiteral("1"));
+    const QString path = WritePicture(QStringLiteral("wide.png"), TestPictures::Ramp(2500, 100));
+    Show(path);
+    ASSERT_EQ(Mid().Canvas()->GetShowBitmap().Width(), 2000);
+    CoverFromSaveWindow([] {
+        EXPECT_EQ(MessageOf([] { Driver::Click(QStringLiteral("BtnSave")); }, QStringLiteral("BtnNo")),
+                  LanguageText(QStringLiteral("ids_msg_fileexist"), QStringLiteral("MessageBox")));
+    });
+    EXPECT_EQ(Load(path).Width(), 2500) << "No keeps the larger one";
+    CoverFromSaveWindow([] { MessageOf([] { Driver::Click(QStringLiteral("BtnSave")); }, QStringLiteral("BtnYes")); });
+    EXPECT_EQ(Load(path).Width(), 2000);
+    Driver::DragSlider(QStringLiteral("Liangdu"), 30);
+    CoverFromSaveWindow([] { Driver::Click(QStringLiteral("BtnSave")); });
+    EXPECT_EQ(Load(path), Mid().Canvas()->GetShowBitmap()) << "the larger one is gone: nothing is left to ask about";
+}
+
+TEST_F(OpenImage, CoveringAPictureOfItsOwnSizeAsksNothingAlsoAfterAReducedOne) {
+    Configure("Tip", "DlgOpenImageLessen", QStringLiteral("1"));
+    Show(WritePicture(QStringLiteral("wide.png"), TestPictures::Ramp(2500, 100)));
+    const QString small = WritePicture(QStringLiteral("small.png"), TestPictures::Ramp(640, 480));
+    ASSERT_TRUE(Frame().OpenFile(small));
+    Driver::DragSlider(QStringLiteral("Liangdu"), 30);
+    CoverFromSaveWindow([] { Driver::Click(QStringLiteral("BtnSave")); });
+    EXPECT_EQ(Load(small), Mid().Canvas()->GetShowBitmap());
 }
 
 TEST_F(OpenImage, ALargePictureRefusedToShrinkOpensAtFullSize) {

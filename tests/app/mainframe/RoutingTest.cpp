@@ -5,6 +5,7 @@
 #include <QtWidgets/QAbstractSlider>
 
 #include "CHistoryManager.h"
+#include "ClickCount.h"
 #include "FrameFixture.h"
 #include "Language.h"
 #include "TestPictures.h"
@@ -118,14 +119,21 @@ TEST_F(Routing, AnyHistoryOrZoomRequestLeavesCompareFirst) {
     }
 }
 
-TEST_F(Routing, MinusTheSaveButtonNothingNeedsAPicture) {
+TEST_F(Routing, WithoutAPictureSavingIsOffAndTheKeysOfAPictureDoNothing) {
     Show();
     EXPECT_FALSE(IsEnabled("btnSave"));
-    Driver::Key(Qt::Key_Z, Qt::ControlModifier);
-    Driver::Key(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_FALSE(Mid().HasImage());
+    const double zoom = Mid().Canvas()->GetZoom();
+    for (const Qt::Key key : {Qt::Key_S, Qt::Key_Z, Qt::Key_Y, Qt::Key_0, Qt::Key_1}) {
+        Driver::Key(key, Qt::ControlModifier);
+        EXPECT_TRUE(ClickCounts().Counts().empty()) << key;
+        EXPECT_FALSE(Driver::IsThere(QStringLiteral("EdtPath"))) << key;
+        EXPECT_EQ(Mid().Canvas()->GetZoom(), zoom) << key;
+        EXPECT_EQ(CHistoryManager::Instance().m_count, 0) << key;
+    }
     ASSERT_TRUE(Frame().OpenFile(Photo()));
     EXPECT_TRUE(IsEnabled("btnSave"));
+    Driver::Key(Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(Mid().Canvas()->GetZoom(), 1.0) << "with a picture they do";
 }
 
 TEST_F(Routing, RevertIsUndoable) {
