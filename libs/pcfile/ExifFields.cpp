@@ -2,6 +2,7 @@
 #include "ExifFields.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <cwchar>
 #include <cwctype>
 #include <optional>
@@ -87,13 +88,51 @@ std::wstring Shutter(const Exiv2::ExifData& exif) {
     return Format(L"1/%.0f", 1 / *seconds);
 }
 
+// The first value of the tag that is a sensitivity: some cameras write a 0 before or behind it.
+std::optional<long> Iso(const Exiv2::ExifData& exif, const char* key) {
+    const Found found = exif.findKey(Exiv2::ExifKey(key));
+    if (found == exif.end()) return std::nullopt;
+    for (long i = 0; i < found->count(); ++i)
+        if (const long iso = found->toLong(i); iso > 0 && iso < 100000000) return iso;
+    return std::nullopt;
+}
+
+// What the standard's tags say. The first two have 16 bits, and what is above them stands in one of the others.
+std::optional<long> StandardIso(const Exiv2::ExifData& exif) {
+    constexpr long tooLarge = 65535;
+    std::optional<long> most;
+    for (const char* key :
+         {"Exif.Photo.ISOSpeedRatings", "Exif.Image.ISOSpeedRatings", "Exif.Photo.ISOSpeed",
+          "Exif.Photo.RecommendedExposureIndex", "Exif.Photo.StandardOutputSensitivity"}) {
+        const std::optional<long> iso = Iso(exif, key);
+        if (iso && *iso != tooLarge) return iso;
+        if (iso) most = iso;
+    }
+    return most;
+}
+
+// The maker's own note counts only where the standard's tags are silent. Its number is often a code, which the
+// metadata library spells out.
 std::wstring Sensitivity(const Exiv2::ExifData& exif) {
-    const std::optional<double> iso = Number(exif, Exiv2::isoSpeed(exif));
-    return iso && *iso > 0 && *iso < 1e8 ? Format(L"%.0f", *iso) : std::wstring();
+    if (const auto iso = StandardIso(exif)) return std::to_wstring(*iso);
+    const Found found = Exiv2::isoSpeed(exif);
+    const long iso = found == exif.end() ? 0 : std::strtol(found->print(&exif).c_str(), nullptr, 10);
+    return iso > 0 && iso < 100000000 ? std::to_wstring(iso) : std::wstring();
+}
+
+// The tag is a signed fraction, but some cameras call it unsigned; read as such a negative one would be thousands of
+// millions. Nothing over nothing is how others write no compensation.
+std::optional<double> Bias(const Exiv2::ExifData& exif) {
+    const Found found = exif.findKey(Exiv2::ExifKey("Exif.Photo.ExposureBiasValue"));
+    if (found == exif.end() || found->count() < 1) return std::nullopt;
+    const Exiv2::Rational value = found->toRational();
+    if (value.first == 0) return 0.0;
+    if (value.second == 0) return std::nullopt;
+    return static_cast<double>(value.first) / value.second;
 }
 
 std::wstring Compensation(const Exiv2::ExifData& exif) {
-    const std::optional<double> stops = Number(exif, "Exif.Photo.ExposureBiasValue");
+    const std::optional<double> stops = Bias(exif);
     if (!stops || std::abs(*stops) > 100) return {};
     return std::abs(*stops) < 0.05 ? L"0" : Format(L"%+.1f", *stops);
 }

@@ -37,7 +37,9 @@ bool Read(PictureFormat format, const std::uint8_t* data, std::size_t size, Pict
         case PictureFormat::Png:
             return ReadPng(data, size, target);
         case PictureFormat::Bmp:
+            return ReadBmp(data, size, target);
         case PictureFormat::Gif:
+            return ReadGif(data, size, target);
         case PictureFormat::Ico:
         case PictureFormat::Wbmp:
             return ReadByQt(format, data, size, target);
