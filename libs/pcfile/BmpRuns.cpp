@@ -12,8 +12,7 @@ using Packing = BmpHeader::Packing;
 // Draws into rows in the order of the file; nothing outside the picture.
 class Pen {
   public:
-    Pen(const BmpHeader& header, std::uint8_t* out)
-        : m_header(header), m_out(reinterpret_cast<std::uint32_t*>(out)) {}
+    Pen(const BmpHeader& header, std::uint8_t* out) : m_header(header), m_out(reinterpret_cast<std::uint32_t*>(out)) {}
 
     bool BelowPicture() const { return m_y >= m_header.height; }
     bool AtEnd() const { return BelowPicture() || (m_y == m_header.height - 1 && m_x >= m_header.width); }

@@ -101,9 +101,8 @@ std::optional<long> Iso(const Exiv2::ExifData& exif, const char* key) {
 std::optional<long> StandardIso(const Exiv2::ExifData& exif) {
     constexpr long tooLarge = 65535;
     std::optional<long> most;
-    for (const char* key :
-         {"Exif.Photo.ISOSpeedRatings", "Exif.Image.ISOSpeedRatings", "Exif.Photo.ISOSpeed",
-          "Exif.Photo.RecommendedExposureIndex", "Exif.Photo.StandardOutputSensitivity"}) {
+    for (const char* key : {"Exif.Photo.ISOSpeedRatings", "Exif.Image.ISOSpeedRatings", "Exif.Photo.ISOSpeed",
+                            "Exif.Photo.RecommendedExposureIndex", "Exif.Photo.StandardOutputSensitivity"}) {
         const std::optional<long> iso = Iso(exif, key);
         if (iso && *iso != tooLarge) return iso;
         if (iso) most = iso;

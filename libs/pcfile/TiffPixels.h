@@ -41,7 +41,7 @@ struct TiffLayout {
     std::size_t RowBytes(std::size_t columns) const;
 };
 
-// Converts `count` pixels of a layout that Converts: to four bytes (blue, green, red, straight alpha; ink for CMYK), or to four 16-bit values
-// (red, green, blue, straight alpha).
+// Converts `count` pixels of a layout that Converts: to four bytes (blue, green, red, straight alpha; ink for CMYK), or
+// to four 16-bit values (red, green, blue, straight alpha).
 void ConvertTiffRow(const TiffLayout& layout, const std::uint8_t* in, std::size_t count, std::uint8_t* out);
 void ConvertTiffRowDeep(const TiffLayout& layout, const std::uint8_t* in, std::size_t count, std::uint16_t* out);

@@ -114,9 +114,8 @@ TiffLayout LayoutOf(TIFF* tiff) {
         layout.alpha = kinds[0] == EXTRASAMPLE_ASSOCALPHA   ? TiffAlpha::Multiplied
                        : kinds[0] == EXTRASAMPLE_UNASSALPHA ? TiffAlpha::Straight
                                                             : TiffAlpha::None;
-    layout.planes =
-        layout.samples > 1 &&
-        Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+    layout.planes = layout.samples > 1 &&
+                    Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
     layout.direct = FindSampleKind(tiff, layout) && layout.Understood();
     if (layout.photometric == PHOTOMETRIC_PALETTE)
         layout.direct = layout.direct && TIFFGetField(tiff, TIFFTAG_COLORMAP, &layout.red, &layout.green, &layout.blue);
@@ -178,6 +177,12 @@ std::uint16_t PlanesOf(const TiffLayout& layout) {
     return static_cast<std::uint16_t>(layout.planes ? layout.UsedSamples() : 1);
 }
 
+// True when the file has a strip or tile of this number. The library itself takes the bytes of an uncompressed one that
+// is missing from the start of the file.
+bool HasBlock(TIFF* tiff, std::uint32_t number) {
+    return TIFFGetStrileByteCount(tiff, number) > 0;
+}
+
 // Calls place(block) for every tile; false when one is cut or damaged.
 template <class Place>
 bool ForEachTile(TIFF* tiff, const TiffLayout& layout, const Place& place) {
@@ -193,8 +198,8 @@ bool ForEachTile(TIFF* tiff, const TiffLayout& layout, const Place& place) {
         for (block.x = 0; block.x < layout.width; block.x += width) {
             for (std::uint16_t plane = 0; plane < PlanesOf(layout); ++plane) {
                 const std::uint32_t tile = TIFFComputeTile(tiff, block.x, block.y, 0, plane);
-                if (TIFFReadEncodedTile(tiff, tile, block.bytes.data() + plane * block.planeBytes, size) != size)
-                    return false;
+                std::uint8_t* into = block.bytes.data() + plane * block.planeBytes;
+                if (!HasBlock(tiff, tile) || TIFFReadEncodedTile(tiff, tile, into, size) != size) return false;
             }
             block.columns = std::min(width, layout.width - block.x);
             block.rows = std::min(height, layout.height - block.y);
@@ -218,8 +223,8 @@ bool ForEachStrip(TIFF* tiff, const TiffLayout& layout, const Place& place) {
         const auto size = static_cast<tmsize_t>(block.rowBytes * block.rows);
         for (std::uint16_t plane = 0; plane < PlanesOf(layout); ++plane) {
             const std::uint32_t strip = TIFFComputeStrip(tiff, block.y, plane);
-            if (TIFFReadEncodedStrip(tiff, strip, block.bytes.data() + plane * block.planeBytes, size) != size)
-                return false;
+            std::uint8_t* into = block.bytes.data() + plane * block.planeBytes;
+            if (!HasBlock(tiff, strip) || TIFFReadEncodedStrip(tiff, strip, into, size) != size) return false;
         }
         place(block);
     }

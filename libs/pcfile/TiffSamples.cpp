@@ -77,6 +77,7 @@ void UnpackTiff(TiffSample kind, int bits, const std::uint8_t* in, std::size_t c
     const std::uint32_t flipped = kind == TiffSample::Signed ? 1u << (bits - 1) : 0;
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint64_t value = WholeAt(in, i, bits) ^ flipped;
-        out[i * step] = static_cast<std::uint16_t>(kind == TiffSample::Index ? value : (value * 65535 + most / 2) / most);
+        out[i * step] =
+            static_cast<std::uint16_t>(kind == TiffSample::Index ? value : (value * 65535 + most / 2) / most);
     }
 }
