@@ -244,14 +244,13 @@ TEST_F(Information, SavedPicturesCarryItOnMadeTrue) {
     const Bitmap picture = Open(source);
     ASSERT_EQ(picture.Height(), 900);
     for (const int format : {1, 2}) {
-        files.SetSoftware(L"QUINCE 7.8");
         ASSERT_NE(files.OnSaveQuick(Wide("out").c_str(), picture, format, 92), 0);
         const Read read(Get("out"));
         EXPECT_EQ(read.Exif("Exif.Image.Make"), "Maker & Sons  ");
         EXPECT_EQ(read.Exif("Exif.Photo.DateTimeOriginal"), "2024:05:31 18:02:11");
         EXPECT_EQ(read.Exif("Exif.GPSInfo.GPSLatitudeRef"), "N");
         EXPECT_EQ(read.Exif("Exif.Image.Orientation"), "1") << format;
-        EXPECT_EQ(read.Exif("Exif.Image.Software"), "QUINCE 7.8");
+        EXPECT_EQ(read.Exif("Exif.Image.Software").find("QUINCE "), 0u);
         EXPECT_EQ(read.Exif("Exif.Photo.PixelXDimension"), "600");
         EXPECT_EQ(read.Exif("Exif.Photo.PixelYDimension"), "900");
         EXPECT_EQ(read.Exif("Exif.Photo.ColorSpace"), "1");
