@@ -105,7 +105,7 @@ void FindPalette(const Fields& fields, std::size_t stated, std::size_t start, Bm
     const std::size_t used = fields.Four(32);
     header.colours = used > 0 && used < most ? used : most;
     const std::size_t end = start + header.colours * header.entryBytes;
-    header.pixels = stated < FileHeaderBytes + fields.size ? end : stated;
+    header.pixels = stated < start ? end : stated;
     if (header.pixels < end) header.colours = header.pixels > start ? (header.pixels - start) / header.entryBytes : 0;
 }
 

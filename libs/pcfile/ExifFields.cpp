@@ -14,6 +14,8 @@ namespace {
 // No camera says more, and a hostile file shall not fill a window.
 constexpr std::size_t LongestText = 128;
 
+constexpr long MostIso = 100000000;
+
 using Found = Exiv2::ExifData::const_iterator;
 
 std::wstring Cleaned(const std::wstring& text) {
@@ -34,9 +36,15 @@ std::wstring Text(const Exiv2::ExifData& exif, const char* key) {
     return Text(exif, exif.findKey(Exiv2::ExifKey(key)));
 }
 
+// The first number of a tag; of one that is stored as text, what the text says.
+Exiv2::Rational Fraction(Found found) {
+    bool good = false;
+    return found->typeId() == Exiv2::asciiString ? Exiv2::parseRational(found->toString(), good) : found->toRational();
+}
+
 std::optional<double> Number(const Exiv2::ExifData& exif, Found found) {
     if (found == exif.end() || found->count() < 1) return std::nullopt;
-    const Exiv2::Rational value = found->toRational();
+    const Exiv2::Rational value = Fraction(found);
     if (value.second == 0) return std::nullopt;
     // Unsigned rationals come through a signed pair.
     const bool isUnsigned = found->typeId() == Exiv2::unsignedRational;
@@ -92,8 +100,11 @@ std::wstring Shutter(const Exiv2::ExifData& exif) {
 std::optional<long> Iso(const Exiv2::ExifData& exif, const char* key) {
     const Found found = exif.findKey(Exiv2::ExifKey(key));
     if (found == exif.end()) return std::nullopt;
-    for (long i = 0; i < found->count(); ++i)
-        if (const long iso = found->toLong(i); iso > 0 && iso < 100000000) return iso;
+    const bool text = found->typeId() == Exiv2::asciiString;
+    for (long i = 0; i < (text ? 1 : found->count()); ++i) {
+        const long iso = text ? std::strtol(found->toString().c_str(), nullptr, 10) : found->toLong(i);
+        if (iso > 0 && iso < MostIso) return iso;
+    }
     return std::nullopt;
 }
 
@@ -116,7 +127,7 @@ std::wstring Sensitivity(const Exiv2::ExifData& exif) {
     if (const auto iso = StandardIso(exif)) return std::to_wstring(*iso);
     const Found found = Exiv2::isoSpeed(exif);
     const long iso = found == exif.end() ? 0 : std::strtol(found->print(&exif).c_str(), nullptr, 10);
-    return iso > 0 && iso < 100000000 ? std::to_wstring(iso) : std::wstring();
+    return iso > 0 && iso < MostIso ? std::to_wstring(iso) : std::wstring();
 }
 
 // The tag is a signed fraction, but some cameras call it unsigned; read as such a negative one would be thousands of
@@ -124,7 +135,7 @@ std::wstring Sensitivity(const Exiv2::ExifData& exif) {
 std::optional<double> Bias(const Exiv2::ExifData& exif) {
     const Found found = exif.findKey(Exiv2::ExifKey("Exif.Photo.ExposureBiasValue"));
     if (found == exif.end() || found->count() < 1) return std::nullopt;
-    const Exiv2::Rational value = found->toRational();
+    const Exiv2::Rational value = Fraction(found);
     if (value.first == 0) return 0.0;
     if (value.second == 0) return std::nullopt;
     return static_cast<double>(value.first) / value.second;

@@ -1,18 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 
+#include "HuffmanTable.h"
 #include "JpegError.h"
 #include "Parallel.h"
 #include "Writers.h"
 
 namespace {
 
-// Below this many pixels one piece with Huffman tables made for the picture is fast enough; strips take the standard's.
+// Below this many pixels one piece with exact tables is fast enough.
 constexpr std::int64_t StripsFrom = 1 << 20;
 // Rows of a strip, about; a multiple of every unit height.
 constexpr int StripRows = 128;
+// The tables are made from one row of units in up to so many, but from this many pixels at least.
+constexpr int LargestSampleStep = 16;
+constexpr std::int64_t SamplePixels = 1 << 19;
 
 struct Settings {
     int quality;
@@ -20,6 +26,10 @@ struct Settings {
     bool opaque;
 
     int UnitSide() const { return chroma == Chroma::Full ? 8 : 16; }
+};
+
+struct Tables {
+    std::array<HuffmanTable, 2> dc, ac;
 };
 
 // One compression into memory of libjpeg's own.
@@ -46,13 +56,26 @@ void FlattenRow(const std::uint8_t* in, int width, std::uint8_t* out) {
     }
 }
 
-// The rows of a bitmap that go into one compression: those of [first, last).
+// The rows of a bitmap that go into one compression: those of [first, last) whose row of units is a multiple of `step`.
 struct RowRange {
-    int first, last;
+    int first, last, step;
 };
 
-// `restart`: units between restart markers; 0 for a picture in one piece.
-void Configure(Encoder& encoder, const Bitmap& bitmap, const Settings& settings, int rows, unsigned restart) {
+int RowsIn(const RowRange& range, int unit) {
+    int rows = 0;
+    for (int y = range.first; y < range.last; y += unit * range.step) rows += std::min(unit, range.last - y);
+    return rows;
+}
+
+void PutTable(jpeg_compress_struct& state, JHUFF_TBL*& slot, const HuffmanTable& table) {
+    if (!slot) slot = jpeg_alloc_huff_table(reinterpret_cast<j_common_ptr>(&state));
+    std::memcpy(slot->bits, table.bits.data(), sizeof slot->bits);
+    std::memcpy(slot->huffval, table.values.data(), sizeof slot->huffval);
+    slot->sent_table = FALSE;
+}
+
+void Configure(Encoder& encoder, const Bitmap& bitmap, const Settings& settings, int rows, unsigned restart,
+               const Tables* tables) {
     jpeg_compress_struct& state = encoder.state;
     jpeg_create_compress(&state);
     jpeg_mem_dest(&state, &encoder.bytes, &encoder.count);
@@ -65,14 +88,20 @@ void Configure(Encoder& encoder, const Bitmap& bitmap, const Settings& settings,
     const int factor = settings.chroma == Chroma::Full ? 1 : 2;
     state.comp_info[0].h_samp_factor = state.comp_info[0].v_samp_factor = factor;
     state.restart_interval = restart;
-    state.optimize_coding = restart == 0 ? TRUE : FALSE;
+    state.optimize_coding = tables ? FALSE : TRUE;
+    if (!tables) return;
+    for (int i = 0; i < 2; ++i) {
+        PutTable(state, state.dc_huff_tbl_ptrs[i], tables->dc[i]);
+        PutTable(state, state.ac_huff_tbl_ptrs[i], tables->ac[i]);
+    }
 }
 
 // Everything that libjpeg may leave by a jump. No object with a destructor lives in here; `row` has room for one row.
 bool Compress(Encoder& encoder, const Bitmap& bitmap, const Settings& settings, const RowRange& range, unsigned restart,
-              const ByteVector* segments, std::uint8_t* row) {
+              const Tables* tables, const ByteVector* segments, std::uint8_t* row) {
     if (setjmp(encoder.errors.jump)) return false;
-    Configure(encoder, bitmap, settings, range.last - range.first, restart);
+    const int unit = settings.UnitSide();
+    Configure(encoder, bitmap, settings, RowsIn(range, unit), restart, tables);
     jpeg_compress_struct& state = encoder.state;
     jpeg_start_compress(&state, TRUE);
     if (segments && !segments->empty()) {
@@ -83,16 +112,38 @@ bool Compress(Encoder& encoder, const Bitmap& bitmap, const Settings& settings, 
             at += 2 + length;
         }
     }
-    for (int y = range.first; y < range.last; ++y) {
-        const std::uint8_t* source = bitmap.Row(y);
-        if (!settings.opaque) {
-            FlattenRow(source, bitmap.Width(), row);
-            source = row;
+    for (int top = range.first; top < range.last; top += unit * range.step)
+        for (int y = top; y < std::min(range.last, top + unit); ++y) {
+            const std::uint8_t* source = bitmap.Row(y);
+            if (!settings.opaque) {
+                FlattenRow(source, bitmap.Width(), row);
+                source = row;
+            }
+            JSAMPROW line = const_cast<std::uint8_t*>(source);
+            jpeg_write_scanlines(&state, &line, 1);
         }
-        JSAMPROW line = const_cast<std::uint8_t*>(source);
-        jpeg_write_scanlines(&state, &line, 1);
-    }
     jpeg_finish_compress(&state);
+    return true;
+}
+
+HuffmanTable TakeTable(const JHUFF_TBL& table, HuffmanTable::Kind kind) {
+    HuffmanTable taken;
+    std::memcpy(taken.bits.data(), table.bits, taken.bits.size());
+    std::memcpy(taken.values.data(), table.huffval, taken.values.size());
+    return taken.WithAllSymbols(kind);
+}
+
+// Tables that are right for a sample of the picture's rows and can code everything else too.
+bool SampleTables(const Bitmap& bitmap, const Settings& settings, std::uint8_t* row, Tables& tables) {
+    Encoder encoder;
+    const std::int64_t pixels = std::int64_t{bitmap.Width()} * bitmap.Height();
+    const int step = static_cast<int>(std::clamp<std::int64_t>(pixels / SamplePixels, 1, LargestSampleStep));
+    const RowRange range{step / 2 * settings.UnitSide(), bitmap.Height(), step};
+    if (!Compress(encoder, bitmap, settings, range, 0, nullptr, nullptr, row)) return false;
+    for (int i = 0; i < 2; ++i) {
+        tables.dc[i] = TakeTable(*encoder.state.dc_huff_tbl_ptrs[i], HuffmanTable::Kind::Dc);
+        tables.ac[i] = TakeTable(*encoder.state.ac_huff_tbl_ptrs[i], HuffmanTable::Kind::Ac);
+    }
     return true;
 }
 
@@ -113,7 +164,7 @@ std::size_t FindScan(const unsigned char* bytes, std::size_t count, std::size_t&
 bool EncodeWhole(const Bitmap& bitmap, const Settings& settings, const ByteVector& segments, ByteVector& file) {
     Encoder encoder;
     ByteVector row(bitmap.Stride());
-    if (!Compress(encoder, bitmap, settings, {0, bitmap.Height()}, 0, &segments, row.data())) return false;
+    if (!Compress(encoder, bitmap, settings, {0, bitmap.Height(), 1}, 0, nullptr, &segments, row.data())) return false;
     file.assign(encoder.bytes, encoder.bytes + encoder.count);
     return true;
 }
@@ -148,14 +199,19 @@ bool EncodeStrips(const Bitmap& bitmap, const Settings& settings, const ByteVect
     // The restart interval is a 16-bit number of units.
     const int stripRows = std::min(StripRows, 65535 / unitsAcross * unit) / unit * unit;
     const int count = (bitmap.Height() + stripRows - 1) / stripRows;
+    Tables tables;
+    ByteVector sampleRow(bitmap.Stride());
+    if (!SampleTables(bitmap, settings, sampleRow.data(), tables)) return false;
+    span.Report(1, 8);
     const unsigned restart = static_cast<unsigned>(stripRows / unit) * unitsAcross;
     std::vector<Encoder> strips(count);
     std::atomic<bool> good{true};
     ForEachBand(count, 1, [&](int first, int last) {
         ByteVector row(bitmap.Stride());
         for (int i = first; i < last && good; ++i) {
-            const RowRange range{i * stripRows, std::min(bitmap.Height(), (i + 1) * stripRows)};
-            if (!Compress(strips[i], bitmap, settings, range, restart, i == 0 ? &segments : nullptr, row.data()))
+            const RowRange range{i * stripRows, std::min(bitmap.Height(), (i + 1) * stripRows), 1};
+            if (!Compress(strips[i], bitmap, settings, range, restart, &tables, i == 0 ? &segments : nullptr,
+                          row.data()))
                 good = false;
         }
     });

@@ -14,10 +14,10 @@ using ByteVector = std::vector<std::uint8_t>;
 
 enum class Chroma { Full, Halved };
 
-// JPEG, baseline. `segments` are whole application segments (marker, length, content) that follow the file header.
-// Translucent pixels are laid on white. Large pictures are coded in strips between restart markers on all cores, with
-// the standard's Huffman tables instead of ones made for the picture; the pixels are those of one piece, and the bytes
-// do not depend on the number of threads. False when a side is above 65500 or the sink cancelled.
+// JPEG, baseline, with Huffman tables made for the picture. `segments` are whole application segments (marker, length,
+// content) that follow the file header. Translucent pixels are laid on white. Large pictures are coded in strips
+// between restart markers on all cores; the pixels are those of one piece, and the bytes do not depend on the number of
+// threads. False when a side is above 65500 or the sink cancelled.
 bool EncodeJpeg(const Bitmap& bitmap, int quality, Chroma chroma, const ByteVector& segments, const ProgressSpan& span,
                 ByteVector& file);
 

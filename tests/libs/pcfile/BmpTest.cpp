@@ -248,6 +248,9 @@ TEST_F(Bmp, PixelsWithoutAStatedPlaceFollowThePalette) {
         for (std::size_t i = 10; i < 14; ++i) bytes[i] = 0;
         ExpectNumbers(Open(bytes), bits, std::to_string(bits));
     }
+    Bytes masked = Masked(16, {0xF800, 0x07E0, 0x001F}, {0xF800, 0x001F}).Write();
+    masked[10] = 54;  // where the masks stand
+    EXPECT_EQ(Row(Open(masked)), Pixels({0xFFFF0000, 0xFF0000FF}));
 }
 
 TEST_F(Bmp, JpegAndPngInsideOpen) {

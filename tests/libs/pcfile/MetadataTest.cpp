@@ -195,6 +195,20 @@ TEST_F(Information, CompensationOfAnyFractionIsTold) {
     }
 }
 
+TEST_F(Information, NumbersThatAreStoredAsTextAreRead) {
+    Exiv2::ExifData exif;
+    const std::pair<const char*, const char*> texts[] = {
+        {"Exif.Photo.ExposureBiasValue", "-1/3"}, {"Exif.Photo.ISOSpeedRatings", "320"}, {"Exif.Photo.FNumber", "5.6"}};
+    for (const auto& [key, text] : texts) {
+        const Exiv2::AsciiValue value(text);
+        exif.add(Exiv2::ExifKey(key), &value);
+    }
+    ASSERT_FALSE(Open(JpegWithExif(exif)).IsNull());
+    EXPECT_EQ(files.GetImageInfo()->ExposureCompensation, L"-0.3 EV");
+    EXPECT_EQ(files.GetImageInfo()->Sensitivity, L"ISO 320");
+    EXPECT_EQ(files.GetImageInfo()->Aperture, L"f/5.6");
+}
+
 TEST_F(Information, SensitivityComesFromTheStandardsTagsBeforeTheMakersNote) {
     const auto iso = [&](const Exiv2::ExifData& exif) {
         EXPECT_FALSE(Open(JpegWithExif(exif)).IsNull());
