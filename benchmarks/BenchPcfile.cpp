@@ -121,6 +121,17 @@ static const BenchCase decodeJpeg("decode.jpeg", [](BenchReport& report) {
     }
 });
 
+static const BenchCase decodeBmp("decode.bmp", [](BenchReport& report) {
+    const BenchFolder folder;
+    for (const BenchSize& size : BenchSizes) {
+        PC_File files;
+        const std::wstring path = folder.Wide("a.bmp");
+        files.OnSaveQuick(path.c_str(), BenchPicture(size), VN_IMAGE_FORMAT_BMP, 0);
+        const double ms = MedianMs(9, [&] { files.OnLoadImage(path.c_str(), nullptr, 0, 100, nullptr); });
+        report.Add("decode.bmp", size.Megapixels(), ms, "copy", CopyMs(size));
+    }
+});
+
 static const BenchCase saveJpeg("save.jpeg", [](BenchReport& report) {
     const BenchFolder folder;
     for (const BenchSize& size : BenchSizes) {

@@ -21,6 +21,10 @@ extern "C" __attribute__((visibility("default"))) bool QuinceReadPicture(Picture
             return ReadJbig(data, size, *target);
         case PictureFormat::Pgx:
             return ReadPgx(data, size, *target);
+        case PictureFormat::Tga:
+            return ReadTga(data, size, *target);
+        case PictureFormat::Psd:
+            return ReadPsd(data, size, *target);
         default:
             return ReadByMagick(format, data, size, *target);
     }

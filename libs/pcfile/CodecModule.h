@@ -20,7 +20,10 @@ bool ReadRaw(const std::uint8_t* data, std::size_t size, PictureTarget& target);
 bool ReadJpeg2000(PictureFormat format, const std::uint8_t* data, std::size_t size, PictureTarget& target);
 bool ReadJbig(const std::uint8_t* data, std::size_t size, PictureTarget& target);
 bool ReadPgx(const std::uint8_t* data, std::size_t size, PictureTarget& target);
-// PCX, Sun raster, JBIG, TGA, PNM, JNG, MNG and WMF through GraphicsMagick.
+bool ReadTga(const std::uint8_t* data, std::size_t size, PictureTarget& target);
+// The merged picture behind the layers.
+bool ReadPsd(const std::uint8_t* data, std::size_t size, PictureTarget& target);
+// PCX, Sun raster, PNM, JNG, MNG and WMF through GraphicsMagick.
 bool ReadByMagick(PictureFormat format, const std::uint8_t* data, std::size_t size, PictureTarget& target);
 
 // The module's one entry, found by name.

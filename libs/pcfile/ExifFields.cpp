@@ -2,6 +2,7 @@
 #include "ExifFields.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <cwchar>
 #include <cwctype>
 #include <optional>
@@ -12,6 +13,8 @@ namespace {
 
 // No camera says more, and a hostile file shall not fill a window.
 constexpr std::size_t LongestText = 128;
+
+constexpr long MostIso = 100000000;
 
 using Found = Exiv2::ExifData::const_iterator;
 
@@ -33,9 +36,15 @@ std::wstring Text(const Exiv2::ExifData& exif, const char* key) {
     return Text(exif, exif.findKey(Exiv2::ExifKey(key)));
 }
 
+// The first number of a tag; of one that is stored as text, what the text says.
+Exiv2::Rational Fraction(Found found) {
+    bool good = false;
+    return found->typeId() == Exiv2::asciiString ? Exiv2::parseRational(found->toString(), good) : found->toRational();
+}
+
 std::optional<double> Number(const Exiv2::ExifData& exif, Found found) {
     if (found == exif.end() || found->count() < 1) return std::nullopt;
-    const Exiv2::Rational value = found->toRational();
+    const Exiv2::Rational value = Fraction(found);
     if (value.second == 0) return std::nullopt;
     // Unsigned rationals come through a signed pair.
     const bool isUnsigned = found->typeId() == Exiv2::unsignedRational;
@@ -87,13 +96,53 @@ std::wstring Shutter(const Exiv2::ExifData& exif) {
     return Format(L"1/%.0f", 1 / *seconds);
 }
 
+// The first value of the tag that is a sensitivity: some cameras write a 0 before or behind it.
+std::optional<long> Iso(const Exiv2::ExifData& exif, const char* key) {
+    const Found found = exif.findKey(Exiv2::ExifKey(key));
+    if (found == exif.end()) return std::nullopt;
+    const bool text = found->typeId() == Exiv2::asciiString;
+    for (long i = 0; i < (text ? 1 : found->count()); ++i) {
+        const long iso = text ? std::strtol(found->toString().c_str(), nullptr, 10) : found->toLong(i);
+        if (iso > 0 && iso < MostIso) return iso;
+    }
+    return std::nullopt;
+}
+
+// What the standard's tags say. The first two have 16 bits, and what is above them stands in one of the others.
+std::optional<long> StandardIso(const Exiv2::ExifData& exif) {
+    constexpr long tooLarge = 65535;
+    std::optional<long> most;
+    for (const char* key : {"Exif.Photo.ISOSpeedRatings", "Exif.Image.ISOSpeedRatings", "Exif.Photo.ISOSpeed",
+                            "Exif.Photo.RecommendedExposureIndex", "Exif.Photo.StandardOutputSensitivity"}) {
+        const std::optional<long> iso = Iso(exif, key);
+        if (iso && *iso != tooLarge) return iso;
+        if (iso) most = iso;
+    }
+    return most;
+}
+
+// The maker's own note counts only where the standard's tags are silent. Its number is often a code, which the
+// metadata library spells out.
 std::wstring Sensitivity(const Exiv2::ExifData& exif) {
-    const std::optional<double> iso = Number(exif, Exiv2::isoSpeed(exif));
-    return iso && *iso > 0 && *iso < 1e8 ? Format(L"%.0f", *iso) : std::wstring();
+    if (const auto iso = StandardIso(exif)) return std::to_wstring(*iso);
+    const Found found = Exiv2::isoSpeed(exif);
+    const long iso = found == exif.end() ? 0 : std::strtol(found->print(&exif).c_str(), nullptr, 10);
+    return iso > 0 && iso < MostIso ? std::to_wstring(iso) : std::wstring();
+}
+
+// The tag is a signed fraction, but some cameras call it unsigned; read as such a negative one would be thousands of
+// millions. Nothing over nothing is how others write no compensation.
+std::optional<double> Bias(const Exiv2::ExifData& exif) {
+    const Found found = exif.findKey(Exiv2::ExifKey("Exif.Photo.ExposureBiasValue"));
+    if (found == exif.end() || found->count() < 1) return std::nullopt;
+    const Exiv2::Rational value = Fraction(found);
+    if (value.first == 0) return 0.0;
+    if (value.second == 0) return std::nullopt;
+    return static_cast<double>(value.first) / value.second;
 }
 
 std::wstring Compensation(const Exiv2::ExifData& exif) {
-    const std::optional<double> stops = Number(exif, "Exif.Photo.ExposureBiasValue");
+    const std::optional<double> stops = Bias(exif);
     if (!stops || std::abs(*stops) > 100) return {};
     return std::abs(*stops) < 0.05 ? L"0" : Format(L"%+.1f", *stops);
 }

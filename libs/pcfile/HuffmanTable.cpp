@@ -49,10 +49,6 @@ bool IsSymbol(int symbol, HuffmanTable::Kind kind) {
 
 }  // namespace
 
-int HuffmanTable::Count() const {
-    return std::accumulate(bits.begin() + 1, bits.end(), 0);
-}
-
 HuffmanTable HuffmanTable::WithAllSymbols(Kind kind) const {
     std::array<std::uint64_t, 256> weights = {};
     for (int symbol = 0; symbol < 256; ++symbol)

@@ -11,8 +11,6 @@ struct HuffmanTable {
     std::array<std::uint8_t, 17> bits = {};
     std::array<std::uint8_t, 256> values = {};
 
-    int Count() const;
-
     // A table with codes for every symbol that 8-bit pictures can need (12 sizes of DC, 162 run-and-size pairs of AC),
     // in which the symbols of this one keep about their lengths and the others get long codes. This is how a table made
     // from a sample becomes safe for the whole picture.

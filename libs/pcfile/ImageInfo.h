@@ -25,6 +25,3 @@ struct tag_ImageInfo {
     std::wstring Software;              // 17
     std::wstring Flash;                 // 18: a word of the dictionary
 };
-
-// Number of fields.
-constexpr int ImageInfoFields = 18;

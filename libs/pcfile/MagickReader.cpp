@@ -23,8 +23,6 @@ const char* MagickName(PictureFormat format) {
             return "PCX";
         case PictureFormat::Ras:
             return "SUN";
-        case PictureFormat::Tga:
-            return "TGA";
         case PictureFormat::Pnm:
             return "PNM";
         case PictureFormat::Jng:

@@ -15,7 +15,6 @@
 
 struct PC_File::State {
     ExifWords words;
-    std::string software = "QUINCE " QUINCE_VERSION;
     std::unique_ptr<tag_ImageInfo> info;
     std::unique_ptr<Metadata> metadata;
 
@@ -28,6 +27,9 @@ namespace {
 // JPEGs of this quality and above keep their chroma in full.
 constexpr int FullChromaFrom = 90;
 
+// What saved files name as the software that wrote them.
+constexpr const char* Software = "QUINCE " QUINCE_VERSION;
+
 bool Read(PictureFormat format, const std::uint8_t* data, std::size_t size, PictureTarget& target) {
     switch (format) {
         case PictureFormat::Unknown:
@@ -37,7 +39,9 @@ bool Read(PictureFormat format, const std::uint8_t* data, std::size_t size, Pict
         case PictureFormat::Png:
             return ReadPng(data, size, target);
         case PictureFormat::Bmp:
+            return ReadBmp(data, size, target);
         case PictureFormat::Gif:
+            return ReadGif(data, size, target);
         case PictureFormat::Ico:
         case PictureFormat::Wbmp:
             return ReadByQt(format, data, size, target);
@@ -109,23 +113,19 @@ void PC_File::SetExifXml(const std::wstring& iniFile) {
     m_state->words.Load(iniFile);
 }
 
-void PC_File::SetSoftware(const std::wstring& name) {
-    m_state->software = Utf8Text(name);
-}
-
 int PC_File::OnSaveQuick(const wchar_t* path, const Bitmap& bitmap, int format, int quality) {
     const std::filesystem::path file = FilePath(path);
     if (!bitmap || file.empty()) return 0;
     ByteVector bytes;
     if (format == VN_IMAGE_FORMAT_JPEG) {
         ByteVector segments;
-        if (m_state->metadata) segments = m_state->metadata->JpegSegments(bitmap, m_state->software);
+        if (m_state->metadata) segments = m_state->metadata->JpegSegments(bitmap, Software);
         AppendProfileSegments(SrgbProfile(), segments);
         const Chroma chroma = quality >= FullChromaFrom ? Chroma::Full : Chroma::Halved;
         if (!EncodeJpeg(bitmap, quality, chroma, segments, {}, bytes)) return 0;
     } else if (format == VN_IMAGE_FORMAT_PNG) {
         ByteVector chunks;
-        if (m_state->metadata) chunks = m_state->metadata->PngChunks(bitmap, m_state->software);
+        if (m_state->metadata) chunks = m_state->metadata->PngChunks(bitmap, Software);
         if (!EncodePng(bitmap, chunks, {}, bytes)) return 0;
     } else if (format == VN_IMAGE_FORMAT_BMP) {
         bytes = EncodeBmp(bitmap);

@@ -41,14 +41,12 @@ class PC_File {
     // The dictionary of the words for flash, metering and programme: an INI file in UTF-8. It is read here; a missing
     // file or word leaves the numbers of the file in the record. Records made before do not change.
     void SetExifXml(const std::wstring& iniFile);
-    // What saved files name as the software that wrote them; "QUINCE" and the version unless set.
-    void SetSoftware(const std::wstring& name);
 
     // Writes the picture whole or not at all. format: VN_IMAGE_FORMAT; quality 1 to 100 for JPEG, not used otherwise.
     // JPEG: chroma in full from quality 90 on, halved both ways below; translucent pictures are laid on white.
     // PNG: with alpha when the picture has any. BMP: 24 bits, or 32 with alpha when the picture has any.
     // JPEG and PNG carry on the Exif, XMP and IPTC of the last load with orientation reset, sizes, thumbnail and
-    // software made true; all three say that they are sRGB. Non-zero is success.
+    // software (this program) made true; all three say that they are sRGB. Non-zero is success.
     int OnSaveQuick(const wchar_t* path, const Bitmap& bitmap, int format, int quality);
     // The same, scaled to width × height first (sides below 1: as the picture is).
     int OnSaveQuick(const wchar_t* path, const Bitmap& bitmap, int width, int height, int format, int quality);

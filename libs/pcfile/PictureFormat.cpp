@@ -115,6 +115,7 @@ PictureFormat SniffPicture(const std::uint8_t* head, std::size_t headSize, std::
     if (h.Has(0, "\0\0\0\x0CjP  \r\n\x87\n")) return PictureFormat::Jp2;
     if (h.Has(0, "\xFF\x4F\xFF\x51")) return PictureFormat::J2k;
     if (h.Has(0, "II*\0") || h.Has(0, "MM\0*") || h.Has(0, "II+\0") || h.Has(0, "MM\0+")) return PictureFormat::Tiff;
+    if (h.Has(0, "8BPS\0\1") || h.Has(0, "8BPS\0\2")) return PictureFormat::Psd;
     if (h.Has(0, "\x59\xA6\x6A\x95")) return PictureFormat::Ras;
     if (h.Has(0, "PG ML ") || h.Has(0, "PG LM ") || h.Has(0, "PG ML+") || h.Has(0, "PG LM+") || h.Has(0, "PG ML-") ||
         h.Has(0, "PG LM-"))
@@ -178,6 +179,8 @@ const wchar_t* FormatName(PictureFormat format) {
             return L"JBIG";
         case PictureFormat::Tga:
             return L"TGA";
+        case PictureFormat::Psd:
+            return L"PSD";
         case PictureFormat::Wmf:
             return L"WMF";
     }

@@ -28,6 +28,7 @@ enum class PictureFormat {
     Pnm,
     Jbig,
     Tga,
+    Psd,
     Wmf,
 };
 

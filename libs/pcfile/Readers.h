@@ -16,6 +16,12 @@ bool ReadJpeg(const std::uint8_t* data, std::size_t size, PictureTarget& target)
 // PNG of every kind, through libpng; of an animated one the default picture.
 bool ReadPng(const std::uint8_t* data, std::size_t size, PictureTarget& target);
 
-// BMP, GIF (first frame on its canvas), ICO and WBMP through Qt's plug-ins, after a check of the file's structure that
-// those do not make themselves.
+// BMP of every kind of header: see BmpHeader.h.
+bool ReadBmp(const std::uint8_t* data, std::size_t size, PictureTarget& target);
+
+// The first frame of a GIF on its screen, which shows through where the frame does not cover it. What a frame has
+// outside the screen is not shown.
+bool ReadGif(const std::uint8_t* data, std::size_t size, PictureTarget& target);
+
+// ICO and WBMP through Qt's plug-ins.
 bool ReadByQt(PictureFormat format, const std::uint8_t* data, std::size_t size, PictureTarget& target);

@@ -14,6 +14,12 @@ std::uint8_t ToByte(unsigned value) {
     return static_cast<std::uint8_t>((value * 255u + 32767u) / 65535u);
 }
 
+std::uint16_t Index(const TiffLayout& layout, const std::uint8_t* pixel) {
+    std::uint16_t value = pixel[0];
+    if (layout.bits == 16) std::memcpy(&value, pixel, 2);
+    return value;
+}
+
 // Sample `index` of a pixel as 8 bits.
 std::uint8_t Sample(const TiffLayout& layout, const std::uint8_t* pixel, int index) {
     if (layout.bits == 8) return pixel[index];
@@ -22,31 +28,50 @@ std::uint8_t Sample(const TiffLayout& layout, const std::uint8_t* pixel, int ind
     return ToByte(value);
 }
 
-int ColourSamples(const TiffLayout& layout) {
-    return layout.IsInk() ? 4 : layout.photometric == PHOTOMETRIC_RGB ? 3 : 1;
-}
-
-bool HasAlpha(const TiffLayout& layout) {
-    return !layout.IsInk() && layout.alpha != TiffAlpha::None && layout.samples > ColourSamples(layout);
-}
-
 }  // namespace
 
 bool TiffLayout::Understood() const {
-    if (bits != 8 && bits != 16) return false;
-    if (samples < ColourSamples(*this) || samples > 32) return false;
+    if (!CanUnpackTiff(sample, bits) || samples < ColourSamples() || samples > 32) return false;
     switch (photometric) {
         case PHOTOMETRIC_MINISBLACK:
         case PHOTOMETRIC_MINISWHITE:
         case PHOTOMETRIC_RGB:
-            return true;
         case PHOTOMETRIC_PALETTE:
-            return bits == 8;
+            return true;
         case PHOTOMETRIC_SEPARATED:
             return inkSet == INKSET_CMYK;
         default:
             return false;
     }
+}
+
+int TiffLayout::ColourSamples() const {
+    return IsInk() ? 4 : photometric == PHOTOMETRIC_RGB ? 3 : 1;
+}
+
+bool TiffLayout::HasAlpha() const {
+    return !IsInk() && alpha != TiffAlpha::None && samples > ColourSamples();
+}
+
+int TiffLayout::UsedSamples() const {
+    return ColourSamples() + HasAlpha();
+}
+
+bool TiffLayout::Converts() const {
+    return !planes && (sample == TiffSample::Unsigned || sample == TiffSample::Index) && (bits == 8 || bits == 16);
+}
+
+TiffLayout TiffLayout::Unpacked() const {
+    TiffLayout unpacked = *this;
+    unpacked.sample = IsPalette() ? TiffSample::Index : TiffSample::Unsigned;
+    unpacked.bits = 16;
+    if (planes) unpacked.samples = UsedSamples();
+    unpacked.planes = false;
+    return unpacked;
+}
+
+std::size_t TiffLayout::RowBytes(std::size_t columns) const {
+    return (columns * static_cast<std::size_t>(planes ? 1 : samples) * static_cast<std::size_t>(bits) + 7) / 8;
 }
 
 bool TiffLayout::IsGrey() const {
@@ -62,9 +87,9 @@ bool TiffLayout::IsInk() const {
 }
 
 void ConvertTiffRow(const TiffLayout& layout, const std::uint8_t* in, std::size_t count, std::uint8_t* out) {
-    const std::size_t pixel = layout.PixelBytes();
-    const int colours = ColourSamples(layout);
-    const bool alpha = HasAlpha(layout);
+    const std::size_t pixel = layout.RowBytes(1);
+    const int colours = layout.ColourSamples();
+    const bool alpha = layout.HasAlpha();
     std::uint8_t* row = out;
     for (std::size_t i = 0; i < count; ++i, in += pixel, out += 4) {
         if (layout.IsInk()) {
@@ -72,9 +97,10 @@ void ConvertTiffRow(const TiffLayout& layout, const std::uint8_t* in, std::size_
             continue;
         }
         if (layout.IsPalette()) {
-            out[0] = ToByte(layout.blue[in[0]]);
-            out[1] = ToByte(layout.green[in[0]]);
-            out[2] = ToByte(layout.red[in[0]]);
+            const std::uint16_t entry = Index(layout, in);
+            out[0] = ToByte(layout.blue[entry]);
+            out[1] = ToByte(layout.green[entry]);
+            out[2] = ToByte(layout.red[entry]);
         } else if (colours == 3) {
             for (int c = 0; c < 3; ++c) out[2 - c] = Sample(layout, in, c);
         } else {
@@ -87,14 +113,15 @@ void ConvertTiffRow(const TiffLayout& layout, const std::uint8_t* in, std::size_
 }
 
 void ConvertTiffRowDeep(const TiffLayout& layout, const std::uint8_t* in, std::size_t count, std::uint16_t* out) {
-    const int colours = ColourSamples(layout);
-    const bool alpha = HasAlpha(layout);
+    const std::size_t pixel = layout.RowBytes(1);
+    const int colours = layout.ColourSamples();
+    const bool alpha = layout.HasAlpha();
     const auto sample = [](const std::uint8_t* p, int index) {
         std::uint16_t value;
         std::memcpy(&value, p + 2 * index, 2);
         return value;
     };
-    for (std::size_t i = 0; i < count; ++i, in += layout.PixelBytes(), out += 4) {
+    for (std::size_t i = 0; i < count; ++i, in += pixel, out += 4) {
         for (int c = 0; c < 3; ++c) out[c] = sample(in, colours == 3 ? c : 0);
         if (layout.photometric == PHOTOMETRIC_MINISWHITE)
             for (int c = 0; c < 3; ++c) out[c] = static_cast<std::uint16_t>(65535 - out[c]);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <tiffio.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -82,6 +83,23 @@ void ReadTags(TIFF* tiff, PictureTarget& target) {
     if (TIFFGetField(tiff, TIFFTAG_ICCPROFILE, &size, &profile) && size > 0) target.SetProfile(profile, size);
 }
 
+bool FindSampleKind(TIFF* tiff, TiffLayout& layout) {
+    switch (Field<std::uint16_t>(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT)) {
+        case SAMPLEFORMAT_UINT:
+        case SAMPLEFORMAT_VOID:
+            layout.sample = layout.IsPalette() ? TiffSample::Index : TiffSample::Unsigned;
+            return true;
+        case SAMPLEFORMAT_INT:
+            layout.sample = TiffSample::Signed;
+            return !layout.IsPalette();
+        case SAMPLEFORMAT_IEEEFP:
+            layout.sample = TiffSample::Float;
+            return !layout.IsPalette();
+        default:
+            return false;
+    }
+}
+
 TiffLayout LayoutOf(TIFF* tiff) {
     TiffLayout layout;
     layout.width = Field<std::uint32_t>(tiff, TIFFTAG_IMAGEWIDTH, 0);
@@ -96,18 +114,16 @@ TiffLayout LayoutOf(TIFF* tiff) {
         layout.alpha = kinds[0] == EXTRASAMPLE_ASSOCALPHA   ? TiffAlpha::Multiplied
                        : kinds[0] == EXTRASAMPLE_UNASSALPHA ? TiffAlpha::Straight
                                                             : TiffAlpha::None;
-    const bool contiguous =
-        Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_CONTIG;
-    const bool whole = Field<std::uint16_t>(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT) == SAMPLEFORMAT_UINT;
-    layout.direct = contiguous && whole && layout.Understood();
+    layout.planes = layout.samples > 1 &&
+                    Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+    layout.direct = FindSampleKind(tiff, layout) && layout.Understood();
     if (layout.photometric == PHOTOMETRIC_PALETTE)
         layout.direct = layout.direct && TIFFGetField(tiff, TIFFTAG_COLORMAP, &layout.red, &layout.green, &layout.blue);
     return layout;
 }
 
-// True when the bytes of the file can hold so many pixels under its compression.
-bool SizeIsPlausible(TIFF* tiff, const TiffLayout& layout, std::uint64_t fileSize) {
-    const std::uint64_t bytes = (std::uint64_t{layout.width} * layout.bits * layout.samples + 7) / 8 * layout.height;
+// True when the bytes of the file can hold so many under its compression.
+bool BytesArePlausible(TIFF* tiff, const TiffLayout& layout, std::uint64_t bytes, std::uint64_t fileSize) {
     switch (Field<std::uint16_t>(tiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE)) {
         case COMPRESSION_NONE:
             return bytes <= fileSize || layout.photometric == PHOTOMETRIC_YCBCR;
@@ -118,7 +134,14 @@ bool SizeIsPlausible(TIFF* tiff, const TiffLayout& layout, std::uint64_t fileSiz
     }
 }
 
-// The pixels that libtiff converts itself: bilevel, YCbCr, Lab, separate planes and others.
+// The same for all pixels, and for those of one tile, which may be larger than the picture.
+bool SizeIsPlausible(TIFF* tiff, const TiffLayout& layout, std::uint64_t fileSize) {
+    const std::uint64_t bytes = (std::uint64_t{layout.width} * layout.bits * layout.samples + 7) / 8 * layout.height;
+    return BytesArePlausible(tiff, layout, bytes, fileSize) &&
+           (!TIFFIsTiled(tiff) || BytesArePlausible(tiff, layout, TIFFTileSize64(tiff), fileSize));
+}
+
+// The pixels that libtiff converts itself: YCbCr, Lab and others.
 bool ReadConverted(TIFF* tiff, const TiffLayout& layout, PictureTarget& target) {
     std::uint8_t* out = target.Begin(layout.width, layout.height);
     if (!out) return false;
@@ -135,38 +158,102 @@ bool ReadConverted(TIFF* tiff, const TiffLayout& layout, PictureTarget& target) 
     return true;
 }
 
-// Calls place(x, y, width, height, bytes, bytes in a row) for every strip or tile; false when one is cut or damaged.
-template <class Place>
-bool ForEachBlock(TIFF* tiff, const TiffLayout& layout, const Place& place) {
-    const std::size_t pixel = layout.PixelBytes();
-    if (TIFFIsTiled(tiff)) {
-        const auto tileWidth = Field<std::uint32_t>(tiff, TIFFTAG_TILEWIDTH, 0);
-        const auto tileHeight = Field<std::uint32_t>(tiff, TIFFTAG_TILELENGTH, 0);
-        const tmsize_t size = TIFFTileSize(tiff);
-        if (tileWidth == 0 || tileHeight == 0 || size != static_cast<tmsize_t>(tileWidth * pixel * tileHeight))
-            return false;
-        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-        for (std::uint32_t y = 0; y < layout.height; y += tileHeight)
-            for (std::uint32_t x = 0; x < layout.width; x += tileWidth) {
-                if (TIFFReadEncodedTile(tiff, TIFFComputeTile(tiff, x, y, 0, 0), bytes.data(), size) != size)
-                    return false;
-                place(x, y, std::min(tileWidth, layout.width - x), std::min(tileHeight, layout.height - y),
-                      bytes.data(), tileWidth * pixel);
-            }
-        return true;
+// A strip or tile: a part of the picture and its bytes, plane after plane when there are planes.
+struct Block {
+    std::uint32_t x = 0;
+    std::uint32_t y = 0;
+    std::uint32_t columns = 0;
+    std::uint32_t rows = 0;
+    std::size_t rowBytes = 0;
+    std::size_t planeBytes = 0;
+    std::vector<std::uint8_t> bytes;
+
+    const std::uint8_t* Row(std::size_t row, std::size_t plane = 0) const {
+        return bytes.data() + plane * planeBytes + row * rowBytes;
     }
+};
+
+std::uint16_t PlanesOf(const TiffLayout& layout) {
+    return static_cast<std::uint16_t>(layout.planes ? layout.UsedSamples() : 1);
+}
+
+// True when the file has a strip or tile of this number. The library itself takes the bytes of an uncompressed one that
+// is missing from the start of the file.
+bool HasBlock(TIFF* tiff, std::uint32_t number) {
+    return TIFFGetStrileByteCount(tiff, number) > 0;
+}
+
+// Calls place(block) for every tile; false when one is cut or damaged.
+template <class Place>
+bool ForEachTile(TIFF* tiff, const TiffLayout& layout, const Place& place) {
+    const auto width = Field<std::uint32_t>(tiff, TIFFTAG_TILEWIDTH, 0);
+    const auto height = Field<std::uint32_t>(tiff, TIFFTAG_TILELENGTH, 0);
+    const tmsize_t size = TIFFTileSize(tiff);
+    Block block;
+    block.rowBytes = layout.RowBytes(width);
+    block.planeBytes = block.rowBytes * height;
+    if (size <= 0 || width == 0 || height == 0 || size != static_cast<tmsize_t>(block.planeBytes)) return false;
+    block.bytes.resize(block.planeBytes * PlanesOf(layout));
+    for (block.y = 0; block.y < layout.height; block.y += height)
+        for (block.x = 0; block.x < layout.width; block.x += width) {
+            for (std::uint16_t plane = 0; plane < PlanesOf(layout); ++plane) {
+                const std::uint32_t tile = TIFFComputeTile(tiff, block.x, block.y, 0, plane);
+                std::uint8_t* into = block.bytes.data() + plane * block.planeBytes;
+                if (!HasBlock(tiff, tile) || TIFFReadEncodedTile(tiff, tile, into, size) != size) return false;
+            }
+            block.columns = std::min(width, layout.width - block.x);
+            block.rows = std::min(height, layout.height - block.y);
+            place(block);
+        }
+    return true;
+}
+
+// The same for strips.
+template <class Place>
+bool ForEachStrip(TIFF* tiff, const TiffLayout& layout, const Place& place) {
     const std::uint32_t rows = std::min(layout.height, Field<std::uint32_t>(tiff, TIFFTAG_ROWSPERSTRIP, layout.height));
-    const std::size_t stride = layout.width * pixel;
-    if (rows == 0 || TIFFScanlineSize(tiff) != static_cast<tmsize_t>(stride)) return false;
-    std::vector<std::uint8_t> bytes(stride * rows);
-    for (std::uint32_t y = 0; y < layout.height; y += rows) {
-        const std::uint32_t count = std::min(rows, layout.height - y);
-        const auto size = static_cast<tmsize_t>(stride * count);
-        if (TIFFReadEncodedStrip(tiff, TIFFComputeStrip(tiff, y, 0), bytes.data(), size) != size) return false;
-        place(0, y, layout.width, count, bytes.data(), stride);
+    Block block;
+    block.columns = layout.width;
+    block.rowBytes = layout.RowBytes(layout.width);
+    block.planeBytes = block.rowBytes * rows;
+    if (rows == 0 || TIFFScanlineSize(tiff) != static_cast<tmsize_t>(block.rowBytes)) return false;
+    block.bytes.resize(block.planeBytes * PlanesOf(layout));
+    for (; block.y < layout.height; block.y += rows) {
+        block.rows = std::min(rows, layout.height - block.y);
+        const auto size = static_cast<tmsize_t>(block.rowBytes * block.rows);
+        for (std::uint16_t plane = 0; plane < PlanesOf(layout); ++plane) {
+            const std::uint32_t strip = TIFFComputeStrip(tiff, block.y, plane);
+            std::uint8_t* into = block.bytes.data() + plane * block.planeBytes;
+            if (!HasBlock(tiff, strip) || TIFFReadEncodedStrip(tiff, strip, into, size) != size) return false;
+        }
+        place(block);
     }
     return true;
 }
+
+// Gives the rows of blocks in a layout that Converts.
+class Rows {
+  public:
+    explicit Rows(const TiffLayout& file) : m_file(file), m_layout(file.Converts() ? file : file.Unpacked()) {}
+
+    const TiffLayout& Layout() const { return m_layout; }
+
+    const std::uint8_t* Get(const Block& block, std::size_t row) {
+        if (m_file.Converts()) return block.Row(row);
+        const std::size_t samples = static_cast<std::size_t>(m_layout.samples), columns = block.columns;
+        m_samples.resize(columns * samples);
+        if (m_file.planes)
+            for (std::size_t plane = 0; plane < samples; ++plane)
+                UnpackTiff(m_file.sample, m_file.bits, block.Row(row, plane), columns, &m_samples[plane], samples);
+        else
+            UnpackTiff(m_file.sample, m_file.bits, block.Row(row), columns * samples, m_samples.data(), 1);
+        return reinterpret_cast<const std::uint8_t*>(m_samples.data());
+    }
+
+  private:
+    TiffLayout m_file, m_layout;
+    std::vector<std::uint16_t> m_samples;
+};
 
 bool ReadDirect(TIFF* tiff, const TiffLayout& layout, bool deep, PictureTarget& target) {
     const std::size_t width = layout.width;
@@ -175,17 +262,18 @@ bool ReadDirect(TIFF* tiff, const TiffLayout& layout, bool deep, PictureTarget& 
     std::uint16_t* wide = deep ? target.BeginDeep(layout.width, layout.height) : nullptr;
     std::uint8_t* out = deep ? nullptr : target.Begin(layout.width, layout.height);
     if (!wide && !out) return false;
-    return ForEachBlock(tiff, layout,
-                        [&](std::uint32_t x, std::uint32_t y, std::uint32_t columns, std::uint32_t rows,
-                            const std::uint8_t* bytes, std::size_t stride) {
-                            for (std::uint32_t i = 0; i < rows; ++i) {
-                                const std::size_t at = 4 * ((y + i) * width + x);
-                                if (deep)
-                                    ConvertTiffRowDeep(layout, bytes + i * stride, columns, wide + at);
-                                else
-                                    ConvertTiffRow(layout, bytes + i * stride, columns, out + at);
-                            }
-                        });
+    Rows rows(layout);
+    const auto place = [&](const Block& block) {
+        for (std::size_t i = 0; i < block.rows; ++i) {
+            const std::uint8_t* in = rows.Get(block, i);
+            const std::size_t at = 4 * ((block.y + i) * width + block.x);
+            if (deep)
+                ConvertTiffRowDeep(rows.Layout(), in, block.columns, wide + at);
+            else
+                ConvertTiffRow(rows.Layout(), in, block.columns, out + at);
+        }
+    };
+    return TIFFIsTiled(tiff) ? ForEachTile(tiff, layout, place) : ForEachStrip(tiff, layout, place);
 }
 
 }  // namespace
@@ -200,7 +288,7 @@ bool ReadTiff(const std::uint8_t* data, std::size_t size, PictureTarget& target)
     ReadTags(file.get(), target);
     std::uint32_t profileSize = 0;
     const void* profile = nullptr;
-    const bool deep = layout.bits == 16 && !layout.IsInk() && !layout.IsPalette() &&
+    const bool deep = layout.direct && layout.bits > 8 && !layout.IsInk() && !layout.IsPalette() &&
                       TIFFGetField(file.get(), TIFFTAG_ICCPROFILE, &profileSize, &profile);
     const bool read =
         layout.direct ? ReadDirect(file.get(), layout, deep, target) : ReadConverted(file.get(), layout, target);

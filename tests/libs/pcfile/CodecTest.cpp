@@ -2,7 +2,9 @@
 #include <chrono>
 
 #include "CodecFiles.h"
+#include "CodecModule.h"
 #include "PictureFolder.h"
+#include "RecordingTarget.h"
 #include "TestPictures.h"
 
 using Codecs = PictureFolder;
@@ -94,6 +96,14 @@ TEST_F(Codecs, JbigThatDeclaresFourThousandMillionPixelsInItsHeaderIsRefusedAtOn
     EXPECT_TRUE(Open(bytes).IsNull());
     // Decoding it takes several seconds on any machine, and many times that under a sanitizer.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+TEST_F(Codecs, JbigOfManyPixelsInAFewBytesIsRefusedBeforeItIsDecoded) {
+    const Bytes bytes = MakeJbig(TestPictures::Plain(6000, 6000, 0xFFFFFFFFu));
+    ASSERT_LT(bytes.size(), 300u);
+    RecordingTarget target;
+    EXPECT_FALSE(ReadByModule(PictureFormat::Jbig, bytes.data(), bytes.size(), target));
+    EXPECT_EQ(target.most, 0);
 }
 
 TEST_F(Codecs, JngAndMng) {

@@ -2,11 +2,14 @@
 #include <cstdlib>
 #include <random>
 
+#include "BmpFiles.h"
 #include "CodecFiles.h"
 #include "HandMade.h"
 #include "PictureFolder.h"
 #include "PictureFuzz.h"
+#include "PsdFiles.h"
 #include "TestPictures.h"
+#include "TiffRaw.h"
 
 // The bodies of the fuzz targets over seeded damage: every reader meets bytes that were changed, cut, doubled and put
 // in at random. The assertion is in the bodies: they end the process when a reader gives something that is no picture.
@@ -42,6 +45,51 @@ Bytes Damaged(Bytes bytes, std::mt19937& random) {
     return bytes;
 }
 
+Bytes MaskedBmp() {
+    BmpFile file;
+    file.headerBytes = 124;
+    file.width = 3;
+    file.height = -2;
+    file.bits = 16;
+    file.kind = BmpKind::Masks;
+    file.masks = {0x0F00, 0x00F0, 0x000F, 0xF000};
+    file.pixels.resize(16, 0xA5);
+    return file.Write();
+}
+
+Bytes BmpInRuns() {
+    BmpFile file;
+    file.width = 6;
+    file.height = 3;
+    file.bits = 4;
+    file.kind = BmpKind::Runs4;
+    file.palette = {0x000000, 0xFFFFFF, 0x808080};
+    file.pixels = {6, 0x12, 0, 0, 0, 4, 0x12, 0x10, 0, 2, 1, 1, 3, 0x22, 0, 1};
+    return file.Write();
+}
+
+Bytes PlanarTiff() {
+    RawTiff file;
+    file.width = file.height = 20;
+    file.bits = 12;
+    file.samples = 3;
+    file.photometric = RawTiff::Rgb;
+    file.planes = true;
+    file.tile = 16;
+    file.blocks.assign(12, Bytes(16 * 24, 0x5A));
+    return file.Write();
+}
+
+Bytes TransparentPsd() {
+    PsdFile file;
+    file.bits = 16;
+    file.width = file.height = 12;
+    file.planes.assign(4, Bytes(288, 0x3C));
+    file.runs = file.transparent = true;
+    file.profile = MakeRgbProfile(1.8);
+    return file.Write();
+}
+
 }  // namespace
 
 TEST_F(Damage, NoReaderMindsDamagedPictures) {
@@ -53,7 +101,10 @@ TEST_F(Damage, NoReaderMindsDamagedPictures) {
                            MakePng(face, 16, 6, MakeRgbProfile(1.0)),
                            HandMade::PalettePng(),
                            MakeByQt(face, "bmp"),
+                           MaskedBmp(),
+                           BmpInRuns(),
                            HandMade::TwoFrameGif(),
+                           MakeByMagick(face, "GIF"),
                            {0, 0, 10, 3, 0xFF, 0xC0, 0x00, 0x00, 0xFF, 0xC0},
                            HandMade::Pcx(face),
                            HandMade::Ras(face),
@@ -69,6 +120,8 @@ TEST_F(Damage, NoReaderMindsDamagedPictures) {
                            MakeTiff(face, TiffKind::Rgb, 8, TiffPacking::Lzw, false),
                            MakeTiff(face, TiffKind::Ink, 8, TiffPacking::None, true),
                            MakeTiff(face, TiffKind::Bilevel, 1, TiffPacking::PackBits, false),
+                           PlanarTiff(),
+                           TransparentPsd(),
                            MakeDng(64, 48),
                            MakeJbig(face),
                            MakeByMagick(face, "JNG")};

@@ -49,6 +49,27 @@ Bytes CameraJpeg(const Bitmap& bitmap, int orientation = 6) {
     return bytes;
 }
 
+// A small JPEG with these values.
+Bytes JpegWithExif(const Exiv2::ExifData& exif) {
+    const Bytes plain = MakeJpeg(TestPictures::Ramp(20, 20));
+    Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(plain.data(), static_cast<long>(plain.size()));
+    image->setExifData(exif);
+    image->writeMetadata();
+    Bytes bytes(image->io().size());
+    image->io().seek(0, Exiv2::BasicIo::beg);
+    image->io().read(bytes.data(), static_cast<long>(bytes.size()));
+    return bytes;
+}
+
+// A value of a type that the tag should not have.
+template <class Type, class Value>
+void PutAs(Exiv2::ExifData& exif, const char* key, const std::vector<Value>& values) {
+    Type value;
+    for (const Value& one : values) value.value_.push_back(one);
+    const Exiv2::ExifKey exifKey(key);
+    exif.add(exifKey, &value);
+}
+
 struct Read {
     Exiv2::Image::AutoPtr image;
     explicit Read(const Bytes& bytes)
@@ -130,23 +151,95 @@ TEST_F(Information, APictureWithoutExifHasEmptyCameraFields) {
 }
 
 TEST_F(Information, SenselessNumbersLeaveTheirFieldsEmpty) {
-    const Bytes plain = MakeJpeg(TestPictures::Ramp(20, 20));
-    Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(plain.data(), static_cast<long>(plain.size()));
     Exiv2::ExifData exif;
     exif["Exif.Photo.FNumber"] = Exiv2::URational(28, 0);
     exif["Exif.Photo.ExposureTime"] = Exiv2::URational(0, 5);
     exif["Exif.Photo.FocalLength"] = Exiv2::URational(0, 0);
+    exif["Exif.Photo.ExposureBiasValue"] = Exiv2::Rational(5, 0);
+    exif["Exif.Photo.ISOSpeedRatings"] = std::uint16_t{0};
     exif["Exif.Image.Make"] = std::string(5000, 'x') + "\n";
-    image->setExifData(exif);
-    image->writeMetadata();
-    Bytes bytes(image->io().size());
-    image->io().seek(0, Exiv2::BasicIo::beg);
-    image->io().read(bytes.data(), static_cast<long>(bytes.size()));
-    ASSERT_FALSE(Open(bytes).IsNull());
+    ASSERT_FALSE(Open(JpegWithExif(exif)).IsNull());
     EXPECT_EQ(files.GetImageInfo()->Aperture, L"");
     EXPECT_EQ(files.GetImageInfo()->ShutterSpeed, L"");
     EXPECT_EQ(files.GetImageInfo()->FocalLength, L"");
+    EXPECT_EQ(files.GetImageInfo()->ExposureCompensation, L"");
+    EXPECT_EQ(files.GetImageInfo()->Sensitivity, L"");
     EXPECT_LE(files.GetImageInfo()->Maker.size(), 200u);
+}
+
+TEST_F(Information, CompensationOfAnyFractionIsTold) {
+    const std::pair<Exiv2::Rational, const wchar_t*> signedOnes[] = {{{-10, 30}, L"-0.3 EV"},
+                                                                     {{66, 100}, L"+0.7 EV"},
+                                                                     {{1, -3}, L"-0.3 EV"},
+                                                                     {{-256, 384}, L"-0.7 EV"},
+                                                                     {{0, 0}, L"0 EV"},
+                                                                     {{0, -1}, L"0 EV"},
+                                                                     {{-3333, 10000}, L"-0.3 EV"},
+                                                                     {{715827883, 2147483647}, L"+0.3 EV"},
+                                                                     {{-2, 1}, L"-2.0 EV"},
+                                                                     {{1431655765, -2147483647}, L"-0.7 EV"}};
+    for (const auto& [fraction, text] : signedOnes) {
+        Exiv2::ExifData exif;
+        exif["Exif.Photo.ExposureBiasValue"] = fraction;
+        ASSERT_FALSE(Open(JpegWithExif(exif)).IsNull());
+        EXPECT_EQ(files.GetImageInfo()->ExposureCompensation, text) << fraction.first << "/" << fraction.second;
+    }
+    // Some call the fraction unsigned and store a negative one all the same.
+    const std::pair<Exiv2::URational, const wchar_t*> unsignedOnes[] = {
+        {{1, 3}, L"+0.3 EV"}, {{4294967295u, 3}, L"-0.3 EV"}, {{2, 4294967293u}, L"-0.7 EV"}};
+    for (const auto& [fraction, text] : unsignedOnes) {
+        Exiv2::ExifData exif;
+        PutAs<Exiv2::URationalValue, Exiv2::URational>(exif, "Exif.Photo.ExposureBiasValue", {fraction});
+        ASSERT_FALSE(Open(JpegWithExif(exif)).IsNull());
+        EXPECT_EQ(files.GetImageInfo()->ExposureCompensation, text) << fraction.first << "/" << fraction.second;
+    }
+}
+
+TEST_F(Information, NumbersThatAreStoredAsTextAreRead) {
+    Exiv2::ExifData exif;
+    const std::pair<const char*, const char*> texts[] = {
+        {"Exif.Photo.ExposureBiasValue", "-1/3"}, {"Exif.Photo.ISOSpeedRatings", "320"}, {"Exif.Photo.FNumber", "5.6"}};
+    for (const auto& [key, text] : texts) {
+        const Exiv2::AsciiValue value(text);
+        exif.add(Exiv2::ExifKey(key), &value);
+    }
+    ASSERT_FALSE(Open(JpegWithExif(exif)).IsNull());
+    EXPECT_EQ(files.GetImageInfo()->ExposureCompensation, L"-0.3 EV");
+    EXPECT_EQ(files.GetImageInfo()->Sensitivity, L"ISO 320");
+    EXPECT_EQ(files.GetImageInfo()->Aperture, L"f/5.6");
+}
+
+TEST_F(Information, SensitivityComesFromTheStandardsTagsBeforeTheMakersNote) {
+    const auto iso = [&](const Exiv2::ExifData& exif) {
+        EXPECT_FALSE(Open(JpegWithExif(exif)).IsNull());
+        return files.GetImageInfo()->Sensitivity;
+    };
+    const auto withNote = [] {
+        Exiv2::ExifData exif;
+        exif["Exif.Image.Make"] = "NIKON CORPORATION";
+        PutAs<Exiv2::UShortValue, std::uint16_t>(exif, "Exif.Nikon3.ISOSpeed", {0, 800});
+        return exif;
+    };
+    // Alone, the note counts.
+    EXPECT_EQ(iso(withNote()), L"ISO 800");
+    Exiv2::ExifData exif = withNote();
+    exif["Exif.Photo.ISOSpeedRatings"] = std::uint16_t{200};
+    EXPECT_EQ(iso(exif), L"ISO 200");
+    // The older tag is silent or full, and one of the newer speaks.
+    for (const int ratings : {-1, 0, 65535})
+        for (const char* key :
+             {"Exif.Photo.RecommendedExposureIndex", "Exif.Photo.ISOSpeed", "Exif.Photo.StandardOutputSensitivity"}) {
+            exif = withNote();
+            if (ratings >= 0) exif["Exif.Photo.ISOSpeedRatings"] = static_cast<std::uint16_t>(ratings);
+            exif[key] = std::uint32_t{102400};
+            EXPECT_EQ(iso(exif), L"ISO 102400") << ratings << key;
+        }
+    exif = withNote();
+    exif["Exif.Photo.ISOSpeedRatings"] = std::uint16_t{65535};
+    EXPECT_EQ(iso(exif), L"ISO 65535");
+    exif = Exiv2::ExifData();
+    PutAs<Exiv2::UShortValue, std::uint16_t>(exif, "Exif.Photo.ISOSpeedRatings", {0, 400});
+    EXPECT_EQ(iso(exif), L"ISO 400");
 }
 
 TEST_F(Information, DamagedMetadataNeverFailsTheLoad) {
@@ -165,14 +258,13 @@ TEST_F(Information, SavedPicturesCarryItOnMadeTrue) {
     const Bitmap picture = Open(source);
     ASSERT_EQ(picture.Height(), 900);
     for (const int format : {1, 2}) {
-        files.SetSoftware(L"QUINCE 7.8");
         ASSERT_NE(files.OnSaveQuick(Wide("out").c_str(), picture, format, 92), 0);
         const Read read(Get("out"));
         EXPECT_EQ(read.Exif("Exif.Image.Make"), "Maker & Sons  ");
         EXPECT_EQ(read.Exif("Exif.Photo.DateTimeOriginal"), "2024:05:31 18:02:11");
         EXPECT_EQ(read.Exif("Exif.GPSInfo.GPSLatitudeRef"), "N");
         EXPECT_EQ(read.Exif("Exif.Image.Orientation"), "1") << format;
-        EXPECT_EQ(read.Exif("Exif.Image.Software"), "QUINCE 7.8");
+        EXPECT_EQ(read.Exif("Exif.Image.Software").find("QUINCE "), 0u);
         EXPECT_EQ(read.Exif("Exif.Photo.PixelXDimension"), "600");
         EXPECT_EQ(read.Exif("Exif.Photo.PixelYDimension"), "900");
         EXPECT_EQ(read.Exif("Exif.Photo.ColorSpace"), "1");
