@@ -18,10 +18,10 @@
 
 namespace {
 
-// A QUiLoader loads every plug-in of Qt Designer as it is made, and with them Qt Quick and its whole engine, a fifth of
-// the time that the program takes to start. No skin has a control of theirs. They are looked for below the library
-// paths, which are therefore empty for that moment; only the loaders below are made so, the first ones before there is
-// another thread that could look for a plug-in.
+// A QUiLoader loads every plug-in of Qt Designer as it is made, and with them Qt Quick and its whole engine where that
+// is installed. No skin has a control of theirs. They are looked for below the library paths, which are therefore empty
+// for that moment; only the loaders below are made so, the first ones before there is another thread that could look
+// for a plug-in.
 class WithoutPlugins {
   protected:
     WithoutPlugins() : m_paths(QCoreApplication::libraryPaths()) { QCoreApplication::setLibraryPaths({}); }

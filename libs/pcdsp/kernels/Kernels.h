@@ -90,7 +90,7 @@ struct RotateRun {
 
 struct PcDspKernels {
     const char* name;
-    bool readsPieces;  // whether pointRow and sceneRow profit from the pieces of a curve
+    bool readsPieces;  // whether pointRow reads the pieces of a curve
 
     // Runs the stages in order on `count` pixels in place.
     void (*pointRow)(std::uint8_t* pixels, int count, const PointStage* stages, int stageCount);
