@@ -8,8 +8,10 @@
 #include <fstream>
 #include <map>
 #include <random>
+#include <string_view>
 
 #include "BenchWindows.h"
+#include "InstructionSets.h"
 
 namespace {
 
@@ -29,10 +31,11 @@ void WriteJson(const BenchReport& report, const char* path) {
     const char* separator = "";
     for (const BenchReport::Row& row : report.Rows()) {
         char line[512];
-        std::snprintf(
-            line, sizeof line,
-            "%s  {\"name\": \"%s\", \"megapixels\": %.3f, \"median_ms\": %.3f, \"reference\": \"%s\", \"ratio\": %.3f}",
-            separator, row.name.c_str(), row.megapixels, row.medianMs, row.reference.c_str(), row.ratio);
+        std::snprintf(line, sizeof line,
+                      "%s  {\"name\": \"%s\", \"set\": \"%s\", \"megapixels\": %.3f, \"median_ms\": %.3f, "
+                      "\"reference\": \"%s\", \"ratio\": %.3f}",
+                      separator, row.name.c_str(), KernelSetName(SelectedKernelSet()).data(), row.megapixels,
+                      row.medianMs, row.reference.c_str(), row.ratio);
         out << line;
         separator = ",\n";
     }
@@ -122,12 +125,62 @@ const Bitmap& BenchPicture(const BenchSize& size) {
     return picture;
 }
 
+namespace {
+
+// What the command line asks for.
+struct Wish {
+    std::string filter;
+    std::string set;  // empty: the widest that the machine runs
+    bool understood = true;
+
+    Wish(int argc, char** argv) {
+        bool filtered = false;
+        for (int i = 1; i < argc; ++i) {
+            const std::string_view word = argv[i];
+            if (word == "--set" && i + 1 < argc) {
+                set = argv[++i];
+            } else if (!filtered && !word.starts_with("-")) {
+                filter = word;
+                filtered = true;
+            } else {
+                understood = false;
+            }
+        }
+    }
+};
+
+// Makes the pixel libraries run with a set; false, said on standard error, when that is not possible here.
+bool UseSet(const std::string& name) {
+    const int set = KernelSetByName(name);
+    if (set < 0) {
+        std::fprintf(stderr, "bench: there is no instruction set \"%s\"; it is one of", name.c_str());
+        for (int i = 0; !KernelSetName(i).empty(); ++i) std::fprintf(stderr, " %s", KernelSetName(i).data());
+        std::fputs("\n", stderr);
+        return false;
+    }
+    if (set >= KernelSetCount()) {
+        std::fprintf(stderr, "bench: this machine cannot run %s; the widest that it runs is %s\n", name.c_str(),
+                     KernelSetName(KernelSetCount() - 1).data());
+        return false;
+    }
+    SelectKernelSet(set);
+    return true;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    const std::string filter = argc > 1 ? argv[1] : "";
+    const Wish wish(argc, argv);
+    if (!wish.understood) {
+        std::fputs("usage: bench [--set baseline|avx2|avx512] [name-filter]\n", stderr);
+        return 2;
+    }
+    if (!wish.set.empty() && !UseSet(wish.set)) return 2;
     BenchReport report;
+    std::printf("instruction set: %s\n", KernelSetName(SelectedKernelSet()).data());
     std::printf("%-28s %11s %11s  %8s\n", "row", "size", "median ms", "ratio");
     for (const Case& entry : Cases())
-        if (entry.name.find(filter) != std::string::npos) entry.body(report);
+        if (entry.name.find(wish.filter) != std::string::npos) entry.body(report);
     EndWindows();
     WriteJson(report, "bench.json");
     return 0;

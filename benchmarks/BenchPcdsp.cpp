@@ -37,6 +37,34 @@ void ReportScene(BenchReport& report, const char* name, eScenarioType type) {
 
 }  // namespace
 
+// One point operation by itself.
+static void ReportOp(BenchReport& report, const char* name, const PointOp& op) {
+    Report(report, name, [&op](unsigned char* pixels, int w, int h) {
+        PC_Dsp::ApplyPointOps(pixels, w, h, &op, 1, nullptr, 0, 100);
+    });
+}
+
+static const BenchCase lightNew("point.LightNew", [](BenchReport& report) {
+    ReportOp(report, "point.LightNew", {PointOp::Kind::LightNew, 3});
+});
+static const BenchCase light("point.Light", [](BenchReport& report) {
+    ReportOp(report, "point.Light", {PointOp::Kind::Light, 20});
+    ReportOp(report, "point.Light.less", {PointOp::Kind::Light, -20});
+});
+static const BenchCase exposure("point.ExposureFilter", [](BenchReport& report) {
+    ReportOp(report, "point.ExposureFilter", {PointOp::Kind::ExposureFilter, 3.2f});
+});
+static const BenchCase saturation("point.Saturateconst", [](BenchReport& report) {
+    ReportOp(report, "point.Saturateconst", {PointOp::Kind::Saturateconst, 25, 1});
+    ReportOp(report, "point.Saturateconst.less", {PointOp::Kind::Saturateconst, -25, 1});
+});
+static const BenchCase hue("point.SetHue", [](BenchReport& report) {
+    ReportOp(report, "point.SetHue", {PointOp::Kind::SetHue, 12});
+});
+static const BenchCase balance("point.SetColor", [](BenchReport& report) {
+    ReportOp(report, "point.SetColor", {PointOp::Kind::SetColor, 20, -10, 5});
+});
+
 static const BenchCase basic("adjust.basic", [](BenchReport& report) {
     Report(report, "adjust.basic", [](unsigned char* pixels, int w, int h) {
         const PointOp ops[] = {

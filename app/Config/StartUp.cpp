@@ -21,6 +21,12 @@ const char Chinese[] = "2052";
 const char English[] = "1033";
 constexpr qsizetype VersionBuffer = 256;
 
+// Writes a value that is not there yet: a write waits for the disk, and a start writes the same as the start before.
+void Settle(const QString& section, const QString& key, const QString& value) {
+    if (GetProfileString(section, key, QString(), ConfigIni()) == value) return;
+    WriteProfileString(section, key, value, ConfigIni());
+}
+
 void InstallCrashReporter(const StartUpServices& services) {
     if (!services.installCrashReporter) return;
     const QByteArray version = GetVersionText().toLocal8Bit().left(VersionBuffer - 1);
@@ -74,11 +80,11 @@ QString LanguageFor(int languageNumber) {
 }
 
 void WriteLanguage(int languageNumber) {
-    WriteProfileString(QStringLiteral("Language"), QStringLiteral("ID"), LanguageFor(languageNumber), ConfigIni());
+    Settle(QStringLiteral("Language"), QStringLiteral("ID"), LanguageFor(languageNumber));
 }
 
 void WriteVersion() {
-    WriteProfileString(QStringLiteral("Main"), QStringLiteral("Version"), GetVersionText(), ConfigIni());
+    Settle(QStringLiteral("Main"), QStringLiteral("Version"), GetVersionText());
 }
 
 void SettleLanguage() {
@@ -92,6 +98,6 @@ void SettleTitle() {
     const QString key = QStringLiteral("ids_Name");
     QString title = GetProfileString(section, key, QStringLiteral("QUINCE"), LanguageIni());
     if (title.isEmpty()) title = QStringLiteral("QUINCE");
-    WriteProfileString(section, key, title, ConfigIni());
+    Settle(section, key, title);
     SetAppTitle(title);
 }

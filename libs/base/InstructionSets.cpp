@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstructionSets.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 
 namespace {
+
+constexpr std::array<std::string_view, 3> Names = {"baseline", "avx2", "avx512"};
 
 int CountRunnable() {
     __builtin_cpu_init();
@@ -29,4 +33,13 @@ int SelectedKernelSet() {
 
 void SelectKernelSet(int index) {
     g_selected = index >= 0 && index < KernelSetCount() ? index : -1;
+}
+
+std::string_view KernelSetName(int index) {
+    return index >= 0 && index < static_cast<int>(Names.size()) ? Names[index] : std::string_view();
+}
+
+int KernelSetByName(std::string_view name) {
+    const auto found = std::find(Names.begin(), Names.end(), name);
+    return found == Names.end() ? -1 : static_cast<int>(found - Names.begin());
 }

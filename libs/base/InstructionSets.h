@@ -4,10 +4,17 @@
 // 0 baseline, 1 AVX2, 2 AVX-512.
 #pragma once
 
+#include <string_view>
+
 // The number in use: the widest that this machine runs. Any thread.
 int SelectedKernelSet();
 
-// For tests: how many of the sets this machine runs, narrowest first, and the choice of one; an index outside of them
-// restores the widest. Not while a call of a pixel library runs.
+// For tests and measurements: how many of the sets this machine runs, narrowest first, and the choice of one; an index
+// outside of them restores the widest. Not while a call of a pixel library runs.
 int KernelSetCount();
 void SelectKernelSet(int index);
+
+// What a person calls the sets, whether this machine runs them or not: "baseline", "avx2", "avx512".
+// A number outside of 0 to 2 is refused with an empty name, any other name with -1.
+std::string_view KernelSetName(int index);
+int KernelSetByName(std::string_view name);

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include "CurvePieces.h"
 
 namespace {
 
@@ -65,9 +68,12 @@ void PointPlan::AddTone(double (*curve)(double, double), double amount) {
     if (amount == 0.0) return;
     LevelCurve levels;
     for (int i = 0; i < 256; ++i) levels[i] = static_cast<float>(255.0 * curve(i / 255.0, amount));
-    m_curves.push_back(std::make_unique<PointCurve>(PackCurve(levels)));
-    m_stages.push_back(
-        {m_stages.empty() ? PointStage::Kind::ToneOfBytes : PointStage::Kind::Tone, m_curves.back().get()});
+    const bool bytes = m_stages.empty();
+    auto packed = std::make_unique<PointCurve>(PackCurve(levels));
+    if (Kernels().readsPieces)
+        packed->pieces = FitPieces(*packed, bytes ? CurveReading::WholeLevels : CurveReading::BetweenLevels);
+    m_stages.push_back({bytes ? PointStage::Kind::ToneOfBytes : PointStage::Kind::Tone, packed.get()});
+    m_curves.push_back(std::move(packed));
 }
 
 void PointPlan::AddSaturation(double percent, bool protectSkin) {

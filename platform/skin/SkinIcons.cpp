@@ -2,6 +2,7 @@
 #include "SkinIcons.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
 #include <QtSvg/QSvgRenderer>
@@ -46,10 +47,21 @@ class Engine : public QIconEngine {
     QColor m_checked;
 };
 
+// The content of a file, read once: several buttons have the same icon. Empty when there is none.
+QByteArray Content(const QString& path) {
+    static QHash<QString, QByteArray> known;
+    QByteArray& content = known[path];
+    if (content.isNull()) {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly)) content = file.readAll();
+    }
+    return content;
+}
+
 QIcon Load(const QString& name, const QColor& normal, const QColor& checked) {
-    QFile file(ResourcePath(QStringLiteral("Images/Icons/") + name + QStringLiteral(".svg")));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return QIcon(new Engine(file.readAll(), normal, checked));
+    const QByteArray svg = Content(ResourcePath(QStringLiteral("Images/Icons/") + name + QStringLiteral(".svg")));
+    if (svg.isEmpty()) return {};
+    return QIcon(new Engine(svg, normal, checked));
 }
 
 }  // namespace

@@ -139,13 +139,36 @@ QUINCE_INLINE Floats Channel(Words pixels, int shift) {
 QUINCE_INLINE Colours Unpack(Words pixels) {
     return {Channel(pixels, 16), Channel(pixels, 8), Channel(pixels, 0)};
 }
-// Rounds to the nearest level and keeps the alpha of `pixels`. The only place where a kernel rounds.
+// Rounds to the nearest level, holds it within 0 to 255, and keeps the alpha of `pixels`. The only place where a kernel
+// rounds. Levels stay far below 2^31.
+#if defined(__AVX512BW__)
+QUINCE_INLINE Words Pack(const Colours& c, Words pixels) {
+    const auto level = [](Floats v) __attribute__((always_inline)) {
+        return (__m512i)ToInts(v + 0.5f);
+    };
+    const __m512i words = _mm512_packus_epi16(_mm512_packs_epi32(level(c.b), level(c.g)),
+                                              _mm512_packs_epi32(level(c.r), (__m512i)(pixels >> 24)));
+    return (Words)_mm512_shuffle_epi8(
+        words, _mm512_broadcast_i32x4(_mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15)));
+}
+#elif defined(__AVX2__)
+QUINCE_INLINE Words Pack(const Colours& c, Words pixels) {
+    const auto level = [](Floats v) __attribute__((always_inline)) {
+        return (__m256i)ToInts(v + 0.5f);
+    };
+    const __m256i words = _mm256_packus_epi16(_mm256_packs_epi32(level(c.b), level(c.g)),
+                                              _mm256_packs_epi32(level(c.r), (__m256i)(pixels >> 24)));
+    return (Words)_mm256_shuffle_epi8(
+        words, _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15)));
+}
+#else
 QUINCE_INLINE Words Pack(const Colours& c, Words pixels) {
     const auto level = [](Floats v) __attribute__((always_inline)) {
         return (Words)ToInts(Clamp(v + 0.5f, 0.0f, 255.0f));
     };
     return (pixels & 0xFF000000u) | level(c.r) << 16 | level(c.g) << 8 | level(c.b);
 }
+#endif
 
 // Weights of red, green and blue in luminance (ITU-R BT.709).
 constexpr float WeightR = 0.2126f, WeightG = 0.7152f, WeightB = 0.0722f;

@@ -9,5 +9,5 @@
 #include "UsmKernels.h"
 
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
-    QUINCE_KERNEL_NAME, PointRow,          LumaRow,      UsmRowInPlace,     SumRows, SumColumns,
-    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow, SceneRowInPlace};
+    QUINCE_KERNEL_NAME, ReadsPieces,       PointRow,     LumaRow,           UsmRowInPlace, SumRows,        SumColumns,
+    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace};

@@ -7,12 +7,24 @@
 
 #include "InstructionSets.h"
 
+// A curve as eight cubics, for an instruction set that looks up eight numbers in a register much faster than 256 in
+// memory. The piece of a level x stands in the lowest three bits of (the bits of the float 1 + scale x) >> shift:
+// pieces of one length where that stays below 2, else pieces that grow with the level, as many to each power of 2.
+struct CurvePieces {
+    static constexpr int Count = 8;
+    bool good = false;  // near enough to the curve to stand for it
+    float scale = 0.0f;
+    int shift = 0;
+    float terms[4][Count] = {};  // of x^0 to x^3, in levels
+};
+
 // A rising curve at the 256 levels, in levels x 256: its value, and how far it rises to the next level (0 for the
 // last).
 struct PointCurve {
     std::uint16_t value[256];
     std::uint16_t rise[256];
     std::uint32_t both[256];  // value << 16 | rise
+    CurvePieces pieces;       // none unless they were asked for
 };
 
 // One step of a point pass.
@@ -78,6 +90,7 @@ struct RotateRun {
 
 struct PcDspKernels {
     const char* name;
+    bool readsPieces;  // whether pointRow reads the pieces of a curve
 
     // Runs the stages in order on `count` pixels in place.
     void (*pointRow)(std::uint8_t* pixels, int count, const PointStage* stages, int stageCount);

@@ -16,6 +16,7 @@ struct Block {
     alignas(64) float r[BlockPixels];
     alignas(64) float g[BlockPixels];
     alignas(64) float b[BlockPixels];
+    alignas(64) float luminance[BlockPixels];  // in squared levels, for stages of two loops
 
     QUINCE_INLINE Colours Load(const Block& block, int i) {
         return {LoadFloats(block.r + i), LoadFloats(block.g + i), LoadFloats(block.b + i)};
@@ -30,26 +31,24 @@ struct Block {
 // A tone curve that keeps the hue: the curve moves the largest and the smallest channel, and the middle one keeps its
 // place between them. Where that would raise the chroma faster than the luma, half of the excess is taken back, so that
 // contrast does not turn faces red; the luma stays what the curve made it.
-QUINCE_INLINE Colours BetweenEnds(const Colours& c, Floats low, Floats high, Floats newLow, Floats newHigh) {
-    const Floats slope = (newHigh - newLow) * Inverse(Max(high - low, Spread(1e-3f)));
+QUINCE_INLINE Colours BetweenEnds(const Colours& c, Floats low, Floats high, const CurveEnds& now) {
     const Floats luma = Weighted(c);
-    const Floats newLuma = newLow + (luma - low) * slope;
+    const Floats slope = (now.high - now.low) * Inverse(Max(high - low, Spread(1e-3f)));
+    const Floats newLuma = now.low + (luma - low) * slope;
     const Floats gain = Min(slope, 0.5f * (slope + newLuma * Inverse(Max(luma, Spread(1e-2f)))));
     return {newLuma + (c.r - luma) * gain, newLuma + (c.g - luma) * gain, newLuma + (c.b - luma) * gain};
 }
 
+template <bool Pieces>
 QUINCE_INLINE Colours ToneOfBytes(const Colours& c, const PointCurve& curve) {
     const Floats low = Min3(c.r, c.g, c.b), high = Max3(c.r, c.g, c.b);
-    const CurvePair pair = ReadCurve<false>(curve, ToInts(low), ToInts(high));
-    return BetweenEnds(c, low, high, pair.low * (1.0f / 256.0f), pair.high * (1.0f / 256.0f));
+    return BetweenEnds(c, low, high, CurveOfBytes<Pieces>(curve, low, high));
 }
 
+template <bool Pieces>
 QUINCE_INLINE Colours Tone(const Colours& c, const PointCurve& curve) {
     const Floats low = Clamp(Min3(c.r, c.g, c.b), 0.0f, 255.0f), high = Clamp(Max3(c.r, c.g, c.b), 0.0f, 255.0f);
-    const Ints lowIndex = ToInts(low), highIndex = ToInts(high);
-    const CurvePair pair = ReadCurve<true>(curve, lowIndex, highIndex);
-    return BetweenEnds(c, low, high, (pair.low + pair.riseLow * (low - ToFloats(lowIndex))) * (1.0f / 256.0f),
-                       (pair.high + pair.riseHigh * (high - ToFloats(highIndex))) * (1.0f / 256.0f));
+    return BetweenEnds(c, low, high, CurveBetween<Pieces>(curve, low, high));
 }
 
 // A curve at one value between the levels.
@@ -63,12 +62,19 @@ QUINCE_INLINE Floats CurveAt(const PointCurve& curve, Floats level) {
 // The largest value of a squared level.
 constexpr float White2 = 255.0f * 255.0f;
 
-// How far a colour lies on the way from its grey to the border of the cube: 0 grey, 1 on the border, above 1 outside.
-// Holds for levels and for squared levels alike.
+// How far a colour lies on the way from its grey to the border of the cube, as the part `way` of `whole`: 0 grey, all
+// of it on the border, more outside. Two numbers instead of their ratio, since a division costs as much as all else
+// here. Holds for levels and for squared levels alike.
+struct Border {
+    Floats way, whole;
+};
+QUINCE_INLINE Border TowardsBorder(const Colours& c, Floats grey, float white) {
+    const Floats above = Max(white - grey, Spread(1e-2f)), below = Max(grey, Spread(1e-2f));
+    return {Max((Max3(c.r, c.g, c.b) - grey) * below, (grey - Min3(c.r, c.g, c.b)) * above), above * below};
+}
 QUINCE_INLINE Floats WayToBorder(const Colours& c, Floats grey, float white) {
-    const Floats high = Max3(c.r, c.g, c.b), low = Min3(c.r, c.g, c.b);
-    return Max((high - grey) * Inverse(Max(white - grey, Spread(1e-2f))),
-               (grey - low) * Inverse(Max(grey, Spread(1e-2f))));
+    const Border border = TowardsBorder(c, grey, white);
+    return border.way / border.whole;
 }
 
 QUINCE_INLINE Colours Squares(const Colours& c) {
@@ -90,29 +96,30 @@ QUINCE_INLINE Colours Saturate(const Colours& c, float gain, float protection) {
 
 // Draws a colour that left the cube back towards its grey until it touches the border.
 QUINCE_INLINE Colours Inside(const Colours& c, Floats grey) {
-    const Floats gain = Inverse(Max(WayToBorder(c, grey, 255.0f), Spread(1.0f)));
+    const Border border = TowardsBorder(c, grey, 255.0f);
+    const Floats gain = border.whole / Max(border.way, border.whole);
     return {grey + (c.r - grey) * gain, grey + (c.g - grey) * gain, grey + (c.b - grey) * gain};
 }
 
 // Gives a colour the luminance `squaredGrey` (in squared levels) without leaving the cube.
 QUINCE_INLINE Colours AtLuminance(const Colours& c, Floats squaredGrey) {
-    const Floats scale = Root(squaredGrey * Inverse(Max(Weighted(Squares(c)), Spread(1e-2f))));
+    const Floats scale = Root(squaredGrey / Max(Weighted(Squares(c)), Spread(1e-2f)));
     return Inside({c.r * scale, c.g * scale, c.b * scale}, Root(squaredGrey));
 }
 
 // Towards grey in even steps of level: in squared levels the first step away from a pure colour would be the largest.
-QUINCE_INLINE Colours Fade(const Colours& c, float gain) {
-    const Floats before = Weighted(Squares(c));
-    const Floats grey = Root(before);
+// The luminance is not given back yet.
+QUINCE_INLINE Colours Fade(const Colours& c, Floats luminance, float gain) {
+    const Floats grey = Root(luminance);
     const float keep = 1.0f + gain;
-    return AtLuminance({grey + (c.r - grey) * keep, grey + (c.g - grey) * keep, grey + (c.b - grey) * keep}, before);
+    return {grey + (c.r - grey) * keep, grey + (c.g - grey) * keep, grey + (c.b - grey) * keep};
 }
 
+// A turned hue within the cube; the luminance is not given back yet.
 QUINCE_INLINE Colours TurnHue(const Colours& c, const float* m) {
     const Colours turned = {m[0] * c.r + m[1] * c.g + m[2] * c.b, m[3] * c.r + m[4] * c.g + m[5] * c.b,
                             m[6] * c.r + m[7] * c.g + m[8] * c.b};
-    const Colours inside = Inside(turned, Weighted(turned));
-    return AtLuminance(inside, Weighted(Squares(c)));
+    return Inside(turned, Weighted(turned));
 }
 
 // A parabola that leaves black and white in place.
@@ -125,23 +132,51 @@ QUINCE_INLINE void OnBlock(Block& block, int count, const Stage& stage) {
     for (int i = 0; i < count; i += Lanes) Block::Store(block, i, stage(Block::Load(block, i)));
 }
 
+// change(colours, luminance), and then the luminance that was there before. Two loops, since each division and root
+// waits for the one before it: in one loop a machine cannot look far enough ahead to fill the time with other pixels.
+template <class Change>
+QUINCE_INLINE void KeepingLuminance(Block& block, int count, const Change& change) {
+    for (int i = 0; i < count; i += Lanes) {
+        const Colours c = Block::Load(block, i);
+        const Floats luminance = Weighted(Squares(c));
+        StoreFloats(block.luminance + i, luminance);
+        Block::Store(block, i, change(c, luminance));
+    }
+    for (int i = 0; i < count; i += Lanes)
+        Block::Store(block, i, AtLuminance(Block::Load(block, i), LoadFloats(block.luminance + i)));
+}
+
+QUINCE_INLINE void RunTone(Block& block, int count, const PointStage& stage) {
+    const PointCurve& curve = *stage.curve;
+    const bool bytes = stage.kind == PointStage::Kind::ToneOfBytes;
+    if (ReadsPieces && curve.pieces.good) {
+        if (bytes)
+            OnBlock(block, count, [&](const Colours& c) { return ToneOfBytes<true>(c, curve); });
+        else
+            OnBlock(block, count, [&](const Colours& c) { return Tone<true>(c, curve); });
+    } else if (bytes) {
+        OnBlock(block, count, [&](const Colours& c) { return ToneOfBytes<false>(c, curve); });
+    } else {
+        OnBlock(block, count, [&](const Colours& c) { return Tone<false>(c, curve); });
+    }
+}
+
 QUINCE_INLINE void RunStage(Block& block, int count, const PointStage& stage) {
     const float* n = stage.numbers;
     switch (stage.kind) {
         case PointStage::Kind::ToneOfBytes:
-            OnBlock(block, count, [&](const Colours& c) { return ToneOfBytes(c, *stage.curve); });
-            break;
         case PointStage::Kind::Tone:
-            OnBlock(block, count, [&](const Colours& c) { return Tone(c, *stage.curve); });
+            RunTone(block, count, stage);
             break;
         case PointStage::Kind::Saturate:
             if (n[0] < 0.0f)
-                OnBlock(block, count, [&](const Colours& c) { return Fade(c, n[0]); });
+                KeepingLuminance(block, count,
+                                 [&](const Colours& c, Floats luminance) { return Fade(c, luminance, n[0]); });
             else
                 OnBlock(block, count, [&](const Colours& c) { return Saturate(c, n[0], n[1]); });
             break;
         case PointStage::Kind::Hue:
-            OnBlock(block, count, [&](const Colours& c) { return TurnHue(c, n); });
+            KeepingLuminance(block, count, [&](const Colours& c, Floats) { return TurnHue(c, n); });
             break;
         case PointStage::Kind::Balance:
             OnBlock(block, count, [&](const Colours& c) -> Colours {

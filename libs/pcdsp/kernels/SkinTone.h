@@ -17,12 +17,19 @@ QUINCE_INLINE Floats SoftEdge(Floats v, float zeroAt, float oneAt) {
     return Clamp((v - zeroAt) * (1.0f / (oneAt - zeroAt)), 0.0f, 1.0f);
 }
 
+// 1 between two soft edges that do not overlap.
+QUINCE_INLINE Floats SoftBand(Floats v, float zeroBelow, float oneFrom, float oneTo, float zeroAbove) {
+    const Floats rise = (v - zeroBelow) * (1.0f / (oneFrom - zeroBelow));
+    const Floats fall = (zeroAbove - v) * (1.0f / (zeroAbove - oneTo));
+    return Clamp(Min(rise, fall), 0.0f, 1.0f);
+}
+
 QUINCE_INLINE Floats SkinLikelihood(const Colours& c) {
     const Floats scale = Inverse(Max(c.r, Spread(1.0f)));
     const Floats p = (c.r - c.g) * scale;
     const Floats q = (c.g - c.b) * scale;
-    return SoftEdge(p, 0.02f, 0.09f) * SoftEdge(p, 0.52f, 0.42f) * SoftEdge(q, -0.04f, 0.03f) *
-           SoftEdge(q, 0.38f, 0.26f) * SoftEdge(c.r, 20.0f, 50.0f);
+    return SoftBand(p, 0.02f, 0.09f, 0.42f, 0.52f) * SoftBand(q, -0.04f, 0.03f, 0.26f, 0.38f) *
+           SoftEdge(c.r, 20.0f, 50.0f);
 }
 
 }  // namespace

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StartUp.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QtCore/QFile>
+
 #include "ClickCount.h"
 #include "FreshHome.h"
 #include "IniFile.h"
@@ -52,6 +57,27 @@ TEST_F(StartUp, LanguageIsWrittenAtEveryStartOverAHandMadeOne) {
     EXPECT_EQ(Config(u"Language"_s, u"ID"_s), u"2052"_s);
     EXPECT_EQ(LanguageId(), u"2052"_s);
     EXPECT_EQ(LanguageDirName(), u"/I18N/2052"_s);
+}
+
+// A whole-file save gives the file a new number.
+TEST_F(StartUp, ASecondStartWritesNoSettings) {
+    const auto number = [] {
+        struct stat status {};
+        EXPECT_EQ(stat(QFile::encodeName(ConfigIni()).constData(), &status), 0);
+        return status.st_ino;
+    };
+    PutTitle(u"1033"_s, u"Quince"_s);
+    Run();
+    const auto first = number();
+    // Keeps the number from being given again.
+    const int kept =
+        ::link(QFile::encodeName(ConfigIni()).constData(), QFile::encodeName(ConfigIni() + u".kept"_s).constData());
+    ASSERT_EQ(kept, 0);
+    Run();
+    EXPECT_EQ(number(), first);
+    m_language = 2052;
+    Run();
+    EXPECT_NE(number(), first);
 }
 
 TEST_F(StartUp, VersionIsWrittenAndGivenToTheCrashReporter) {

@@ -64,6 +64,40 @@ class SkinnedWindows : public testing::Test {
 
 }  // namespace
 
+TEST_F(SkinnedWindows, LoadNoPlugInsOfQtDesignerAndLeaveTheLibraryPaths) {
+    const QStringList paths = QCoreApplication::libraryPaths();
+    const Window window(QStringLiteral("Form.xml"));
+    ASSERT_TRUE(window.loaded);
+    EXPECT_EQ(QCoreApplication::libraryPaths(), paths);
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray mapped = maps.readAll();
+    EXPECT_TRUE(mapped.contains("libQt6Widgets"));
+    EXPECT_FALSE(mapped.contains("/designer/"));
+}
+
+TEST_F(SkinnedWindows, MayHoldWindowsWithSkinsOfTheirOwn) {
+    class Outer : public Window {
+      public:
+        Outer() : Window(QString()) { loaded = Create(QStringLiteral("Form.xml")); }
+
+      protected:
+        QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override {
+            if (name == u"Own") return new Window(QStringLiteral("Form.xml"), parent);
+            return Window::CreateControl(className, parent, name);
+        }
+    };
+    const Outer outer;
+    ASSERT_TRUE(outer.loaded);
+    const auto* inner = dynamic_cast<const Window*>(outer.findChild<QWidget*>(QStringLiteral("Own")));
+    ASSERT_NE(inner, nullptr);
+    EXPECT_TRUE(inner->loaded);
+    // What stands before and after the inner window in the skin belongs to the outer one.
+    EXPECT_EQ(outer.findChildren<QAbstractButton*>(QStringLiteral("BtnYes")).size(), 2);
+    EXPECT_EQ(inner->findChildren<QAbstractButton*>(QStringLiteral("BtnYes")).size(), 1);
+    EXPECT_NE(inner->findChild<CSliderCtrl*>(QStringLiteral("Amount")), nullptr);
+}
+
 TEST_F(SkinnedWindows, AMissingOrDamagedSkinGivesAnEmptyWindow) {
     EXPECT_FALSE(Window(QStringLiteral("None.xml")).loaded);
     EXPECT_FALSE(Window(QStringLiteral("Broken.xml")).loaded);
