@@ -10,6 +10,9 @@ constexpr double Luma[3] = {0.2126, 0.7152, 0.0722};
 const double Pi = std::acos(-1.0);
 const double Root3 = std::sqrt(3.0);
 // Direction of the hue of skin.
+// Channels bend towards these rather than to the very ends, which leaves room for grain.
+constexpr double ShoulderTop = 0.975, ShoulderFoot = 0.01;
+constexpr double ShoulderKnee = 0.7;
 const double SkinA = std::cos(22 * Pi / 180), SkinB = std::sin(22 * Pi / 180);
 
 double Weighted(const Triple& c) {
@@ -35,6 +38,31 @@ Triple Joined(double luma, Chroma chroma) {
 double Smooth(double x) {
     const double t = std::clamp(x, 0.0, 1.0);
     return t * t * (3 - 2 * t);
+}
+
+// A shoulder: `x` up to the knee, from there bending towards the top, which it never reaches.
+double Shouldered(double x, double knee, double top) {
+    if (x <= knee) return x;
+    if (top - knee < 1e-9) return knee;
+    return knee + (top - knee) * (x - knee) / (x + top - 2 * knee);
+}
+
+// Near the largest of three numbers that are not negative (their eighth-power mean), without its corners.
+double SmoothLargest(const Triple& v) {
+    double sum = 0.0;
+    for (const double each : v) sum += std::pow(std::max(each, 0.0), 8);
+    return std::pow(sum, 1.0 / 8);
+}
+
+// How much of the way from the grey of its luma to the ends of the range a colour's channels go, 1 being an end.
+double Reach(const Triple& c) {
+    const double luma = Weighted(c);
+    // The room to an end, rounded off where there is none.
+    const auto room = [](double r) { return 0.5 * (r + std::sqrt(r * r + 0.0004)); };
+    const double up = 1 / room(ShoulderTop - luma), down = 1 / room(luma - ShoulderFoot);
+    Triple ways;
+    for (int i = 0; i < 3; ++i) ways[i] = (c[i] - luma) * (c[i] > luma ? up : -down);
+    return SmoothLargest(ways);
 }
 
 // The band values between the band centres, blended by a raised cosine.
@@ -80,6 +108,9 @@ ColourPart::ColourPart(const Recipe& recipe)
     m_hues = recipe.saturation != 100 || recipe.vibrance != 0;
     for (const HueChange& change : recipe.hues)
         if (change.turn != 0 || change.saturation != 0 || change.light != 0) m_hues = true;
+    const bool curves = !m_master.IsIdentity() || !m_red.IsIdentity() || !m_green.IsIdentity() || !m_blue.IsIdentity();
+    const bool fades = recipe.black != Recipe().black || recipe.white != Recipe().white;
+    m_changes = m_matrix || recipe.grey || curves || m_hues || m_split || fades;
 }
 
 void ColourPart::ChangeHues(Triple& colour) const {
@@ -135,6 +166,28 @@ void ColourPart::KeepSkin(Triple& colour, const Triple& source) const {
         Joined(Weighted(colour), {(length * own.a - across * own.b) / size, (length * own.b + across * own.a) / size});
 }
 
+void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
+    const Chroma own = ChromaOf(source);
+    const double size = std::sqrt(own.a * own.a + own.b * own.b);
+    if (size <= 1e-9 || size >= 0.9) return;
+    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const double skin = Smooth((cosine - 0.2) / 0.6) * Smooth(size / 0.1) * (1 - Smooth((size - 0.4) / 0.5));
+    if (skin <= 0) return;
+    const Chroma now = ChromaOf(colour);
+    const double ratio = std::sqrt(now.a * now.a + now.b * now.b) / size, most = m_recipe.mostSkin * 0.01;
+    if (ratio <= 0.8 * most) return;
+    const double gain = 1 + (Shouldered(ratio, 0.8 * most, most) / ratio - 1) * skin;
+    colour = Joined(Weighted(colour), {now.a * gain, now.b * gain});
+}
+
+void ColourPart::Shoulder(Triple& colour, const Triple& source) {
+    const double reach = Reach(colour);
+    if (reach <= ShoulderKnee) return;
+    const double held = Shouldered(reach, std::clamp(Reach(source), ShoulderKnee, 1.0), 1.0);
+    const double luma = Weighted(colour), gain = held / reach;
+    for (double& v : colour) v = luma + (v - luma) * gain;
+}
+
 Triple ColourPart::At(const Triple& in) const {
     Triple c = in;
     if (m_matrix)
@@ -150,6 +203,9 @@ Triple ColourPart::At(const Triple& in) const {
     if (m_split) SplitTone(c);
     for (int i = 0; i < 3; ++i) c[i] = (m_recipe.black[i] + (m_recipe.white[i] - m_recipe.black[i]) * c[i]) / 255.0;
     if (m_recipe.keepSkin > 0) KeepSkin(c, in);
+    if (!m_changes) return c;
+    LimitSkin(c, in);
+    Shoulder(c, in);
     return c;
 }
 
@@ -159,5 +215,8 @@ double ColourPart::GrainAt(const Triple& result) const {
     const double ends = (grain.shadows * (1 - luma) + grain.highlights * luma) * 0.01;
     // Full in the middle tones, where film shows it most.
     const double middle = 4 * luma * (1 - luma);
-    return grain.amount * (ends + (1 - ends) * middle);
+    // A channel near an end has room for little, or grain would push it over.
+    const auto [lowest, highest] = std::minmax({result[0], result[1], result[2]});
+    const double room = 255 * std::max(0.0, std::min(lowest, 1 - highest));
+    return std::min(grain.amount * (ends + (1 - ends) * middle), 0.2 + 0.4 * room);
 }

@@ -24,10 +24,12 @@ class ColourPart {
     void ChangeHues(Triple& colour) const;
     void SplitTone(Triple& colour) const;
     void KeepSkin(Triple& colour, const Triple& source) const;
+    void LimitSkin(Triple& colour, const Triple& source) const;
+    static void Shoulder(Triple& colour, const Triple& source);
 
     const Recipe m_recipe;
     const ToneCurve m_master, m_red, m_green, m_blue;
-    bool m_matrix, m_hues, m_split;
+    bool m_matrix, m_hues, m_split, m_changes;
     Triple m_shadowLean, m_highlightLean;
     std::vector<HueChange> m_wheel;  // by whole degrees
 };

@@ -69,6 +69,7 @@ struct Recipe {
     Tint shadows, highlights;
     double balance = 0.0;   // -100 to 100: where shadows end
     double keepSkin = 0.0;  // percent by which skin goes back to its own hue
+    double mostSkin = 130.0;  // percent of its own chroma that skin gets at most
     Triple black{0, 0, 0}, white{255, 255, 255};
 
     struct Vignette {
