@@ -11,7 +11,7 @@ const double Pi = std::acos(-1.0);
 const double Root3 = std::sqrt(3.0);
 // Direction of the hue of skin.
 // Channels bend towards these rather than to the very ends, which leaves room for grain.
-constexpr double ShoulderTop = 0.975, ShoulderFoot = 0.01;
+constexpr double ShoulderTop = 0.975;
 constexpr double ShoulderKnee = 0.7;
 const double SkinA = std::cos(22 * Pi / 180), SkinB = std::sin(22 * Pi / 180);
 
@@ -47,22 +47,11 @@ double Shouldered(double x, double knee, double top) {
     return knee + (top - knee) * (x - knee) / (x + top - 2 * knee);
 }
 
-// Near the largest of three numbers that are not negative (their eighth-power mean), without its corners.
-double SmoothLargest(const Triple& v) {
-    double sum = 0.0;
-    for (const double each : v) sum += std::pow(std::max(each, 0.0), 8);
-    return std::pow(sum, 1.0 / 8);
-}
-
-// How much of the way from the grey of its luma to the ends of the range a colour's channels go, 1 being an end.
+// How much of the way from its luma to the top a colour's red goes, the largest channel of all skin.
 double Reach(const Triple& c) {
-    const double luma = Weighted(c);
-    // The room to an end, rounded off where there is none.
-    const auto room = [](double r) { return 0.5 * (r + std::sqrt(r * r + 0.0004)); };
-    const double up = 1 / room(ShoulderTop - luma), down = 1 / room(luma - ShoulderFoot);
-    Triple ways;
-    for (int i = 0; i < 3; ++i) ways[i] = (c[i] - luma) * (c[i] > luma ? up : -down);
-    return SmoothLargest(ways);
+    const double luma = Weighted(c), room = ShoulderTop - luma;
+    // The room is rounded off where there is none.
+    return (c[0] - luma) / (0.5 * (room + std::sqrt(room * room + 0.001)));
 }
 
 // The band values between the band centres, blended by a raised cosine.
@@ -171,7 +160,7 @@ void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
     const double size = std::sqrt(own.a * own.a + own.b * own.b);
     if (size <= 1e-9 || size >= 0.9) return;
     const double cosine = (own.a * SkinA + own.b * SkinB) / size;
-    const double skin = Smooth((cosine - 0.2) / 0.6) * Smooth(size / 0.1) * (1 - Smooth((size - 0.4) / 0.5));
+    const double skin = Smooth((cosine - 0.5) / 0.45) * Smooth(size / 0.16) * (1 - Smooth((size - 0.4) / 0.5));
     if (skin <= 0) return;
     const Chroma now = ChromaOf(colour);
     const double ratio = std::sqrt(now.a * now.a + now.b * now.b) / size, most = m_recipe.mostSkin * 0.01;
@@ -181,10 +170,16 @@ void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
 }
 
 void ColourPart::Shoulder(Triple& colour, const Triple& source) {
+    const Chroma own = ChromaOf(source);
+    const double size = std::sqrt(own.a * own.a + own.b * own.b);
+    if (size <= 1e-9) return;
+    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const double warm = Smooth((cosine - 0.84) / 0.15) * Smooth(size / 0.14) * (1 - Smooth((size - 0.5) / 0.4));
+    if (warm <= 0) return;
     const double reach = Reach(colour);
     if (reach <= ShoulderKnee) return;
-    const double held = Shouldered(reach, std::clamp(Reach(source), ShoulderKnee, 1.0), 1.0);
-    const double luma = Weighted(colour), gain = held / reach;
+    const double held = Shouldered(reach, std::max(ShoulderKnee, Shouldered(Reach(source), 0.75, 1.0)), 1.0);
+    const double luma = Weighted(colour), gain = 1 + (held / reach - 1) * warm;
     for (double& v : colour) v = luma + (v - luma) * gain;
 }
 
