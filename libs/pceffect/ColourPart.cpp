@@ -9,10 +9,10 @@ namespace {
 constexpr double Luma[3] = {0.2126, 0.7152, 0.0722};
 const double Pi = std::acos(-1.0);
 const double Root3 = std::sqrt(3.0);
-// Direction of the hue of skin.
-// Channels bend towards these rather than to the very ends, which leaves room for grain.
+// Red bends towards this rather than to the very top, which leaves room for grain.
 constexpr double ShoulderTop = 0.975;
 constexpr double ShoulderKnee = 0.7;
+// Direction of the hue of skin, 22 degrees.
 const double SkinA = std::cos(22 * Pi / 180), SkinB = std::sin(22 * Pi / 180);
 
 double Weighted(const Triple& c) {
@@ -34,6 +34,17 @@ Triple Joined(double luma, Chroma chroma) {
     for (double& v : c) v += rise;
     return c;
 }
+
+// A colour's chroma, its size, and how near its hue is to that of skin of every tone: the cosine of the turn between.
+struct SkinHue {
+    explicit SkinHue(const Triple& c)
+        : own(ChromaOf(c)),
+          size(std::sqrt(own.a * own.a + own.b * own.b)),
+          cosine(size > 1e-9 ? (own.a * SkinA + own.b * SkinB) / size : -1.0) {}
+
+    const Chroma own;
+    const double size, cosine;
+};
 
 double Smooth(double x) {
     const double t = std::clamp(x, 0.0, 1.0);
@@ -135,12 +146,9 @@ void ColourPart::SplitTone(Triple& colour) const {
 }
 
 void ColourPart::KeepSkin(Triple& colour, const Triple& source) const {
-    const Chroma own = ChromaOf(source);
-    const double size = std::sqrt(own.a * own.a + own.b * own.b);
-    // Skin of every tone lies near 22 degrees. The share is 1 there and falls off smoothly to both sides, to grey and
-    // to what is too strong to be skin.
-    if (size <= 1e-9 || size >= 0.9) return;
-    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const auto [own, size, cosine] = SkinHue(source);
+    // The share is 1 for skin and falls off smoothly to both sides of its hue, to grey and to what is too strong to be
+    // skin.
     const double skin = Smooth((cosine - 0.2) / 0.79) * Smooth(size / 0.17) * (1 - Smooth((size - 0.4) / 0.5));
     if (skin <= 0) return;
     const double keep = m_recipe.keepSkin * 0.01 * skin;
@@ -156,10 +164,7 @@ void ColourPart::KeepSkin(Triple& colour, const Triple& source) const {
 }
 
 void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
-    const Chroma own = ChromaOf(source);
-    const double size = std::sqrt(own.a * own.a + own.b * own.b);
-    if (size <= 1e-9 || size >= 0.9) return;
-    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const auto [own, size, cosine] = SkinHue(source);
     const double skin = Smooth((cosine - 0.5) / 0.45) * Smooth(size / 0.16) * (1 - Smooth((size - 0.4) / 0.5));
     if (skin <= 0) return;
     const Chroma now = ChromaOf(colour);
@@ -170,10 +175,7 @@ void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
 }
 
 void ColourPart::Shoulder(Triple& colour, const Triple& source) {
-    const Chroma own = ChromaOf(source);
-    const double size = std::sqrt(own.a * own.a + own.b * own.b);
-    if (size <= 1e-9) return;
-    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const auto [own, size, cosine] = SkinHue(source);
     const double warm = Smooth((cosine - 0.84) / 0.15) * Smooth(size / 0.14) * (1 - Smooth((size - 0.5) / 0.4));
     if (warm <= 0) return;
     const double reach = Reach(colour);

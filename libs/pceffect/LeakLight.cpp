@@ -87,7 +87,8 @@ NodeLayer LeakLight(const Leak& leak, const NodeGrid& grid) {
                 // As film takes light: it burns out towards white instead of stopping at its colour.
                 for (int i = 0; i < 3; ++i) {
                     const double colour = leak.rim[i] + (leak.core[i] - leak.rim[i]) * strength;
-                    to[i] = static_cast<float>(MostLight * (1 - std::exp(-0.02 * leak.strength * strength * colour / 255.0)));
+                    to[i] = static_cast<float>(MostLight *
+                                               (1 - std::exp(-0.02 * leak.strength * strength * colour / 255.0)));
                 }
             }
     });

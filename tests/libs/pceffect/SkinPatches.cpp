@@ -27,8 +27,7 @@ std::vector<Disc> Places() {
     std::vector<Disc> discs;
     for (const QJsonValue& disc : truth.value(QStringLiteral("skin")).toArray()) {
         const QJsonValue centre = disc[QStringLiteral("centre")];
-        discs.push_back(
-            {centre[0].toDouble(), centre[1].toDouble(), 1.6 * disc[QStringLiteral("radius")].toDouble()});
+        discs.push_back({centre[0].toDouble(), centre[1].toDouble(), 1.6 * disc[QStringLiteral("radius")].toDouble()});
     }
     return discs;
 }
@@ -64,8 +63,8 @@ Patch Compared(const Bitmap& before, const Bitmap& after, const Disc& disc) {
     patch.newlyClipped = 100 * clipped / count;
     patch.lumaBefore /= count;
     patch.lumaAfter /= count;
-    patch.contrast = (product / count - patch.lumaBefore * patch.lumaAfter) /
-                     (square / count - patch.lumaBefore * patch.lumaBefore);
+    patch.contrast =
+        (product / count - patch.lumaBefore * patch.lumaAfter) / (square / count - patch.lumaBefore * patch.lumaBefore);
     patch.chromaBefore = ChromaOf(LabOf(sums[0][2] / count, sums[0][1] / count, sums[0][0] / count));
     patch.chromaAfter = ChromaOf(LabOf(sums[1][2] / count, sums[1][1] / count, sums[1][0] / count));
     return patch;

@@ -19,10 +19,10 @@ using Apply = std::function<void(Bitmap& portrait)>;
 
 // One patch of one tone before and after.
 struct Patch {
-    int tone;              // place in Tones
-    int place;             // of the patch in the face
-    double newlyClipped;   // percent of its pixels of which a channel is at 0 or 255 that was not
-    double contrast;       // luma's standard deviation that follows the source's, as a share of the source's: no grain
+    int tone;             // place in Tones
+    int place;            // of the patch in the face
+    double newlyClipped;  // percent of its pixels of which a channel is at 0 or 255 that was not
+    double contrast;      // luma's standard deviation that follows the source's, as a share of the source's: no grain
     double lumaBefore, lumaAfter;
     double chromaBefore, chromaAfter;  // CIE L*a*b*, of the mean colour
 
