@@ -18,7 +18,7 @@ struct Outcome {
     QString out, error;
 };
 
-Outcome Run(const QStringList& arguments, const QString& tool = QStringLiteral(QUINCE_LOOKS_TOOL)) {
+Outcome RunTool(const QStringList& arguments, const QString& tool = QStringLiteral(QUINCE_LOOKS_TOOL)) {
     QProcess process;
     process.start(tool, arguments);
     EXPECT_TRUE(process.waitForFinished(120000));
@@ -42,7 +42,7 @@ class LooksTool : public testing::Test {
 }  // namespace
 
 TEST_F(LooksTool, FindsTheProgramsOwnLooksRight) {
-    const Outcome outcome = Run({QStringLiteral("check")});
+    const Outcome outcome = RunTool({QStringLiteral("check")});
     EXPECT_EQ(outcome.code, 0) << outcome.error.toStdString();
     EXPECT_TRUE(outcome.out.contains(QStringLiteral("50 looks, 0 with errors")));
 }
@@ -54,7 +54,7 @@ TEST_F(LooksTool, NamesWhatIsWrongWithFileAndLine) {
     fs::copy(fs::path(QUINCE_RESOURCES) / "Effects", folder / "Effects");
     std::ofstream(folder / "Effects" / LookShelf::FileName(6)) << "[look]\ntitle = A2\n[grain]\namount = much\n";
     fs::remove(folder / "Effects" / LookShelf::FileName(9));
-    const Outcome outcome = Run({QStringLiteral("check")}, QString::fromStdString(tool.string()));
+    const Outcome outcome = RunTool({QStringLiteral("check")}, QString::fromStdString(tool.string()));
     EXPECT_EQ(outcome.code, 1);
     EXPECT_TRUE(outcome.out.contains(QStringLiteral("50 looks, 2 with errors"))) << outcome.out.toStdString();
     EXPECT_TRUE(outcome.error.contains(QStringLiteral("A2.look: line 4: \"much\" is not a number")));
@@ -62,7 +62,7 @@ TEST_F(LooksTool, NamesWhatIsWrongWithFileAndLine) {
 }
 
 TEST_F(LooksTool, WritesTheColourPartAsATable) {
-    const Outcome outcome = Run({QStringLiteral("cube"), QStringLiteral("17"), Path("lomo.cube")});
+    const Outcome outcome = RunTool({QStringLiteral("cube"), QStringLiteral("17"), Path("lomo.cube")});
     ASSERT_EQ(outcome.code, 0) << outcome.error.toStdString();
     const CubeResult read = ReadCube(Path("lomo.cube").toStdString());
     ASSERT_EQ(read.error, "");
@@ -76,18 +76,18 @@ TEST_F(LooksTool, WritesTheColourPartAsATable) {
 }
 
 TEST_F(LooksTool, DrawsASheetOfTheLooksThatAreAskedFor) {
-    const Outcome outcome = Run({QStringLiteral("sheet"), Picture(), Path("sheet.png"), QStringLiteral("8"),
-                                 QStringLiteral("14"), QStringLiteral("60")});
+    const Outcome outcome = RunTool({QStringLiteral("sheet"), Picture(), Path("sheet.png"), QStringLiteral("8"),
+                                     QStringLiteral("14"), QStringLiteral("60")});
     ASSERT_EQ(outcome.code, 0) << outcome.error.toStdString();
     // The original and seven looks in two rows of four.
     EXPECT_EQ(QImage(Path("sheet.png")).size(), QSize(10 + 4 * 70, 10 + 2 * (40 + 26 + 10)));
 }
 
 TEST_F(LooksTool, SaysWhichFileItCannotReadOrWrite) {
-    const Outcome missing = Run({QStringLiteral("sheet"), Path("none.png"), Path("sheet.png")});
+    const Outcome missing = RunTool({QStringLiteral("sheet"), Path("none.png"), Path("sheet.png")});
     EXPECT_EQ(missing.code, 1);
     EXPECT_TRUE(missing.error.contains(QStringLiteral("none.png can't be read")));
-    const Outcome nowhere = Run({QStringLiteral("cube"), QStringLiteral("0"), Path("no/such/folder.cube")});
+    const Outcome nowhere = RunTool({QStringLiteral("cube"), QStringLiteral("0"), Path("no/such/folder.cube")});
     EXPECT_EQ(nowhere.code, 1);
     EXPECT_TRUE(nowhere.error.contains(QStringLiteral("can't be written")));
 }
@@ -106,7 +106,7 @@ TEST_F(LooksTool, AnswersNonsenseWithItsUsage) {
         {QStringLiteral("sheet"), picture, sheet, QStringLiteral("0"), QStringLiteral("50")},
         {QStringLiteral("sheet"), picture, sheet, QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("15")}};
     for (const QStringList& arguments : nonsense) {
-        const Outcome outcome = Run(arguments);
+        const Outcome outcome = RunTool(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments.join(u' ').toStdString();
         EXPECT_TRUE(outcome.error.contains(QStringLiteral("quince-looks check")));
     }

@@ -11,10 +11,10 @@
 
 namespace {
 
-// Longest run of one level in the middle row's green.
-int LongestRun(const Bitmap& picture) {
+// Longest run of one level in the middle row's green between two columns.
+int LongestRun(const Bitmap& picture, int first, int last) {
     int longest = 0, run = 0, before = -1;
-    for (int x = 0; x < picture.Width(); ++x) {
+    for (int x = first; x < last; ++x) {
         const int level = picture.Row(picture.Height() / 2)[4 * x + 1];
         run = level == before ? run + 1 : 1;
         before = level;
@@ -26,9 +26,10 @@ int LongestRun(const Bitmap& picture) {
 // Light that falls off over the whole width by a few levels only: the slope that bands most.
 Recipe SoftSlope() {
     Recipe recipe;
-    recipe.vignette.amount = 8;
+    recipe.vignette.amount = 9;
     recipe.vignette.start = 0;
-    recipe.vignette.end = 150;
+    recipe.vignette.end = 200;
+    recipe.vignette.x = 0;
     return recipe;
 }
 
@@ -41,11 +42,11 @@ Bitmap Applied(const Recipe& recipe, Bitmap picture) {
 
 TEST(Dither, ASmoothSlopeHasNoBands) {
     const Bitmap slope = Applied(SoftSlope(), TestPictures::Plain(1600, 400, 0xFF6E6E6E));
-    EXPECT_LT(LongestRun(slope), 60);
-    // Rounded plainly, the same few levels lie in bands a hundred pixels and more wide.
-    const int levels = slope.Row(200)[4 * 800] - slope.Row(200)[0];
-    EXPECT_GT(levels, 1);
-    EXPECT_GT(1600 / 2 / (levels + 1), 100);
+    // Rounded plainly, the few levels between the two columns would lie in bands a hundred pixels and more wide.
+    const int levels = slope.Row(200)[4 * 400] - slope.Row(200)[4 * 1200];
+    EXPECT_GT(levels, 2);
+    EXPECT_GT(800 / (levels + 1), 100);
+    EXPECT_LT(LongestRun(slope, 400, 1200), 60);
 }
 
 TEST(Dither, TheMeanOverAFewPixelsIsTheExactLevel) {

@@ -51,7 +51,7 @@ TEST(SkinPatches, SeeWhatIsDoneToThem) {
                 p[i] = 255;
     });
     for (const auto& patch : halved) {
-        EXPECT_GT(patch.newlyClipped, 50.0) << patch.Name();
+        EXPECT_GT(patch.newlyClipped, 30.0) << patch.Name();
         EXPECT_LT(patch.contrast, 0.5) << patch.Name();
         EXPECT_GT(patch.chromaAfter, 1.5 * patch.chromaBefore) << patch.Name();
     }
@@ -62,15 +62,16 @@ TEST_P(EveryLookOnSkin, BurnsOutNoChannel) {
 }
 
 TEST_P(EveryLookOnSkin, KeepsFourFifthsOfTheShading) {
-    for (const auto& patch : OutsideLeaks(GetParam())) EXPECT_GE(patch.contrast, 0.795) << patch.Name();
+    for (const auto& patch : OutsideLeaks(GetParam())) EXPECT_GE(patch.contrast, 0.8) << patch.Name();
 }
 
 TEST_P(EveryLookOnSkin, KeepsTheOrderOfLightness) {
     const auto patches = Whole(GetParam());
     for (const auto& light : patches)
         for (const auto& dark : patches)
-            if (light.place == dark.place && light.tone < dark.tone)
+            if (light.place == dark.place && light.tone < dark.tone) {
                 EXPECT_GT(light.lumaAfter, dark.lumaAfter) << light.Name() << ", " << dark.Name();
+            }
 }
 
 TEST_P(EveryLookOnSkin, RaisesItsChromaByLittleUnlessItTonesEverything) {
