@@ -10,6 +10,8 @@
 
 #include "CubeFile.h"
 #include "LookShelf.h"
+#include "PC_Dsp.h"
+#include "TestPictures.h"
 
 namespace {
 
@@ -81,6 +83,27 @@ TEST_F(LooksTool, DrawsASheetOfTheLooksThatAreAskedFor) {
     ASSERT_EQ(outcome.code, 0) << outcome.error.toStdString();
     // The original and seven looks in two rows of four.
     EXPECT_EQ(QImage(Path("sheet.png")).size(), QSize(10 + 4 * 70, 10 + 2 * (40 + 26 + 10)));
+}
+
+TEST_F(LooksTool, ShowsThePictureInEachLookBesideTheOriginal) {
+    const Bitmap picture = TestPictures::Face(300, 200);
+    QImage(picture.Pixels(), 300, 200, QImage::Format_ARGB32).save(Path("face.png"));
+    const Outcome outcome = RunTool({QStringLiteral("sheet"), Path("face.png"), Path("sheet.png"), QStringLiteral("39"),
+                                     QStringLiteral("40"), QStringLiteral("90")});
+    ASSERT_EQ(outcome.code, 0) << outcome.error.toStdString();
+    const QImage sheet(Path("sheet.png"));
+    const Bitmap small = PC_Dsp::Resample(picture, 90, 60);
+    // Two beside each other, the original first.
+    for (const auto& [index, corner] : {std::pair{-1, QPoint(10, 10)}, {39, QPoint(110, 10)}, {40, QPoint(10, 106)}}) {
+        Bitmap tile = small;
+        if (index >= 0) {
+            const auto look = LookShelf::Take(QUINCE_RESOURCES, index);
+            ASSERT_TRUE(look);
+            ASSERT_NE(look->Apply(tile.MutablePixels(), 90, 60, {}), 0);
+        }
+        for (const QPoint& at : {QPoint(0, 0), QPoint(45, 30), QPoint(89, 59)})
+            EXPECT_EQ(sheet.pixel(corner + at), TestPictures::PixelAt(tile, at.x(), at.y())) << index;
+    }
 }
 
 TEST_F(LooksTool, SaysWhichFileItCannotReadOrWrite) {
