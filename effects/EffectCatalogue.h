@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Bitmap.h"
+#include "EffectList.h"
 #include "ProgressSpan.h"
 
 // The effects that there are: fifty of the program's own in seven categories, and behind them the user's own looks, in
@@ -16,7 +17,7 @@
 // Any thread, but ReadUserLooks, which is for the start, before any effect runs.
 
 inline constexpr int NoEffect = -1;
-inline constexpr int EffectCount = 50;
+inline constexpr int EffectCount = EffectListCount;
 inline constexpr int FirstUserLook = EffectCount;
 inline constexpr int CategoryCount = 7;
 inline constexpr int UserCategory = CategoryCount + 1;

@@ -86,9 +86,12 @@ int WriteSheet(const QString& picturePath, const QString& path, int first, int l
     return writer.write(image) ? 0 : Fail(path + QStringLiteral(" can't be written"));
 }
 
-// Whole numbers of the arguments from `at` on, or the given ones where there are none.
+// The whole number that an argument is, the given one where there is none, and one that nothing takes for other text.
 int NumberAt(const QStringList& arguments, int at, int otherwise) {
-    return arguments.size() > at ? arguments[at].toInt() : otherwise;
+    if (arguments.size() <= at) return otherwise;
+    bool whole = false;
+    const int number = arguments[at].toInt(&whole);
+    return whole ? number : -1;
 }
 
 }  // namespace
@@ -100,8 +103,8 @@ int main(int argc, char** argv) {
     const QString command = arguments.value(1);
     const auto known = [](int index) { return index >= 0 && index < LookShelf::Count; };
     if (command == u"check" && arguments.size() == 2) return Check();
-    if (command == u"cube" && arguments.size() == 4 && known(arguments[2].toInt()))
-        return WriteCube(arguments[2].toInt(), arguments[3]);
+    if (command == u"cube" && arguments.size() == 4 && known(NumberAt(arguments, 2, -1)))
+        return WriteCube(NumberAt(arguments, 2, -1), arguments[3]);
     if (command == u"sheet" && arguments.size() >= 4) {
         const int first = NumberAt(arguments, 4, 0), last = NumberAt(arguments, 5, LookShelf::Count - 1);
         const int tile = NumberAt(arguments, 6, 240);

@@ -15,8 +15,12 @@ struct PortraitPixels {
 
 inline constexpr int PortraitWidth = 2400;
 
-// Paints the portrait `width` pixels wide and five fourths as high. All cores; throws std::bad_alloc only.
-PortraitPixels PaintPortrait(int width);
+// Colour that the skin reflects in plain white light, as 0xRRGGBB.
+inline constexpr std::uint32_t PortraitSkin = 0xEABEA4;
+
+// Paints the portrait `width` pixels wide and five fourths as high, with skin of any colour; everything else stays. All
+// cores; throws std::bad_alloc only.
+PortraitPixels PaintPortrait(int width, std::uint32_t skin = PortraitSkin);
 
 // Where everything is in that picture, as JSON text in pixels of the same width.
 std::string PortraitTruth(int width);

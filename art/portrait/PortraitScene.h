@@ -15,7 +15,8 @@ class Scene {
     static constexpr double OriginX = Width / 2 - 0.03;
     static constexpr double OriginY = 1.40;
 
-    Scene();
+    // `skin` is what the skin reflects, in linear light.
+    explicit Scene(Colour skin);
 
     // The point of the face that is seen at a canvas point, and back. Outside the head only the tilt is left.
     Vec2 ToFace(Vec2 canvas) const;
@@ -25,8 +26,10 @@ class Scene {
     static Vec2 Untilt(Vec2 canvas);
 
     const Relief& FaceRelief() const { return m_relief; }
+    Colour Skin() const { return m_skin; }
 
   private:
+    Colour m_skin;
     Relief m_relief;
 };
 

@@ -8,8 +8,6 @@
 
 namespace {
 
-const Colour BaseSkin = FromSrgb(234, 190, 164);
-
 double Wrapped(double cosine, double wrap) {
     const double t = std::max(0.0, (cosine + wrap) / (1 + wrap));
     return t * Mix(t, 1.0, 0.65);
@@ -91,11 +89,11 @@ Colour LightSkin(const SkinPoint& point) {
     return out + Light::KeyColour * (0.05 * sheen);
 }
 
-Colour SkinAlbedo(Vec2 p) {
+Colour SkinAlbedo(Colour skin, Vec2 p) {
     const double broad = Fractal(p * 5.0, 3, 11);
     const double mottle = Fractal(p * 26.0, 3, 12);
     const double fine = Fractal(p * 120.0, 2, 13);
-    Colour albedo = BaseSkin * (1 + 0.035 * broad + 0.03 * mottle + 0.055 * fine);
+    Colour albedo = skin * (1 + 0.035 * broad + 0.03 * mottle + 0.055 * fine);
     albedo = albedo * Colour{1 + 0.008 * mottle, 1 - 0.03 * mottle - 0.012 * broad, 1 - 0.035 * mottle + 0.015 * broad};
     return albedo;
 }
@@ -119,7 +117,7 @@ void PaintFaceSkin(const Scene& scene, Brush& brush, Vec2 p) {
     const Relief::Sample relief = scene.FaceRelief().At(p);
     const Vec2 q{std::abs(p.x), p.y};
     SkinPoint point;
-    point.albedo = SkinAlbedo(p);
+    point.albedo = SkinAlbedo(scene.Skin(), p);
     const double field = FreckleField(p);
     const double freckles = field > 0.004 ? Freckles(p) * std::sqrt(field) : 0;
     const double blush = Blush(p) * (1 + 0.25 * Fractal(p * 9.0, 2, 14));
@@ -164,7 +162,7 @@ void PaintNeck(const Scene& scene, Brush& brush) {
     const double cover = brush.Cover(inside, 0.008);
     if (cover <= 0) return;
     SkinPoint point;
-    point.albedo = SkinAlbedo(p + Vec2{3, 1}) * Colour{0.97, 0.93, 0.92};
+    point.albedo = SkinAlbedo(scene.Skin(), p + Vec2{3, 1}) * Colour{0.97, 0.93, 0.92};
     const double roundness = Mix(0.35, 1.1, Smooth(1.05, 1.45, p.y));
     const double nx = std::clamp(p.x / roundness, -0.97, 0.97);
     // Muscles from behind the ears to the pit of the throat, and the collar bones.

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+
 #include "BlendModes.h"
 #include "CObjProgress.h"
+#include "EffectList.h"
 
 // Looks of film, and the mixing of pictures.
 //
@@ -22,119 +25,12 @@
 // std::bad_alloc.
 class CEffect {
   public:
-    // Film: rich colour stocks with gentle shoulders.
-    static int Effect_VSCO_K1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_JiaoPianQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                     CObjProgress* progress, int start, int end);
-    static int Effect_VSCO_G2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_C1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_A3(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_QingLiang(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                                int start, int end);
-    static int Effect_VSCO_A2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_M5(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-
-    // Pola: instant film.
-    static int Effect_VSCO_H2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P7(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P5(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P6(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P9(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_P4(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-
-    // Lomo: cross processed, with a strong vignette.
-    static int Effect_LiuNian(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_YunDuan(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_JingdianLomoQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                         CObjProgress* progress, int start, int end);
-    static int Effect_YouGe(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                            int start, int end);
-    static int Effect_EarlyBird(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                                int start, int end);
-    static int Effect_FenHongJiaRenQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                          CObjProgress* progress, int start, int end);
-    static int Effect_Hudson(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_YiZhouQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                   CObjProgress* progress, int start, int end);
-
-    // Vintage: aged dyes and worn borders.
-    static int Effect_FuGuQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                 CObjProgress* progress, int start, int end);
-    static int Effect_GuTongSe(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                               int start, int end);
-    static int Effect_VSCO_P2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_1970(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                                int start, int end);
-    static int Effect_VSCO_S4(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_SE2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                               int start, int end);
-    static int Effect_GeTeFengQuince(unsigned char* pixels, int width, int height, void* resourceDir,
-                                     CObjProgress* progress, int start, int end);
-
-    // Fade: matte blacks and quiet colour.
-    static int Effect_VSCO_T2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_M4(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_T1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_SE1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                               int start, int end);
-    static int Effect_VSCO_T3(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_H5(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-
-    // BW: black and white.
-    static int Effect_HeiBai(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_VSCO_X6(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_Silver(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_VSCO_B4(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_X3(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_B2(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_VSCO_X4(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-
-    // Leaker: light leaks.
-    static int Effect_LEAK_1(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_LEAK_6(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_LEAK_7(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_LEAK_9(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                             int start, int end);
-    static int Effect_LEAK_15(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress,
-                              int start, int end);
-    static int Effect_LEAK_LIGHT_LEAK(unsigned char* pixels, int width, int height, void* resourceDir,
-                                      CObjProgress* progress, int start, int end);
-    static int Effect_LEAK_LIGHT_LEAK_17(unsigned char* pixels, int width, int height, void* resourceDir,
-                                         CObjProgress* progress, int start, int end);
+    // One function for each row of EffectList.h.
+#define QUINCE_DECLARE_EFFECT(function, stem)                                                                    \
+    static int function(unsigned char* pixels, int width, int height, void* resourceDir, CObjProgress* progress, \
+                        int start, int end);
+    QUINCE_EFFECTS(QUINCE_DECLARE_EFFECT)
+#undef QUINCE_DECLARE_EFFECT
 
     // target = target * (1 - t) + other * t in all four bytes, t from 0 to 1, anything beyond held there; 0 leaves the
     // target as it is and 1 gives the other, exactly. t counts in steps of 2^-20, so that a result is that of exact
@@ -147,4 +43,12 @@ class CEffect {
     // differ by one level.
     static int ChannelBlend_X(unsigned char* picture, unsigned char* layer, int width, int height, int blendMode,
                               CObjProgress* progress, int start, int end);
+};
+
+// The fifty by index.
+using EffectFunction = int (*)(unsigned char*, int, int, void*, CObjProgress*, int, int);
+inline constexpr std::array<EffectFunction, EffectListCount> EffectFunctions{
+#define QUINCE_EFFECT_FUNCTION(function, stem) &CEffect::function,
+    QUINCE_EFFECTS(QUINCE_EFFECT_FUNCTION)
+#undef QUINCE_EFFECT_FUNCTION
 };

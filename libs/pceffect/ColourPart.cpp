@@ -9,7 +9,10 @@ namespace {
 constexpr double Luma[3] = {0.2126, 0.7152, 0.0722};
 const double Pi = std::acos(-1.0);
 const double Root3 = std::sqrt(3.0);
-// Direction of the hue of skin.
+// Red bends towards this rather than to the very top, which leaves room for grain.
+constexpr double ShoulderTop = 0.975;
+constexpr double ShoulderKnee = 0.7;
+// Direction of the hue of skin, 22 degrees.
 const double SkinA = std::cos(22 * Pi / 180), SkinB = std::sin(22 * Pi / 180);
 
 double Weighted(const Triple& c) {
@@ -32,9 +35,34 @@ Triple Joined(double luma, Chroma chroma) {
     return c;
 }
 
+// A colour's chroma, its size, and how near its hue is to that of skin of every tone: the cosine of the turn between.
+struct SkinHue {
+    explicit SkinHue(const Triple& c)
+        : own(ChromaOf(c)),
+          size(std::sqrt(own.a * own.a + own.b * own.b)),
+          cosine(size > 1e-9 ? (own.a * SkinA + own.b * SkinB) / size : -1.0) {}
+
+    const Chroma own;
+    const double size, cosine;
+};
+
 double Smooth(double x) {
     const double t = std::clamp(x, 0.0, 1.0);
     return t * t * (3 - 2 * t);
+}
+
+// A shoulder: `x` up to the knee, from there bending towards the top, which it never reaches.
+double Shouldered(double x, double knee, double top) {
+    if (x <= knee) return x;
+    if (top - knee < 1e-9) return knee;
+    return knee + (top - knee) * (x - knee) / (x + top - 2 * knee);
+}
+
+// How much of the way from its luma to the top a colour's red goes, the largest channel of all skin.
+double Reach(const Triple& c) {
+    const double luma = Weighted(c), room = ShoulderTop - luma;
+    // The room is rounded off where there is none.
+    return (c[0] - luma) / (0.5 * (room + std::sqrt(room * room + 0.001)));
 }
 
 // The band values between the band centres, blended by a raised cosine.
@@ -80,6 +108,9 @@ ColourPart::ColourPart(const Recipe& recipe)
     m_hues = recipe.saturation != 100 || recipe.vibrance != 0;
     for (const HueChange& change : recipe.hues)
         if (change.turn != 0 || change.saturation != 0 || change.light != 0) m_hues = true;
+    const bool curves = !m_master.IsIdentity() || !m_red.IsIdentity() || !m_green.IsIdentity() || !m_blue.IsIdentity();
+    const bool fades = recipe.black != Recipe().black || recipe.white != Recipe().white;
+    m_changes = m_matrix || recipe.grey || curves || m_hues || m_split || fades;
 }
 
 void ColourPart::ChangeHues(Triple& colour) const {
@@ -115,12 +146,9 @@ void ColourPart::SplitTone(Triple& colour) const {
 }
 
 void ColourPart::KeepSkin(Triple& colour, const Triple& source) const {
-    const Chroma own = ChromaOf(source);
-    const double size = std::sqrt(own.a * own.a + own.b * own.b);
-    // Skin of every tone lies near 22 degrees. The share is 1 there and falls off smoothly to both sides, to grey and
-    // to what is too strong to be skin.
-    if (size <= 1e-9 || size >= 0.9) return;
-    const double cosine = (own.a * SkinA + own.b * SkinB) / size;
+    const auto [own, size, cosine] = SkinHue(source);
+    // The share is 1 for skin and falls off smoothly to both sides of its hue, to grey and to what is too strong to be
+    // skin.
     const double skin = Smooth((cosine - 0.2) / 0.79) * Smooth(size / 0.17) * (1 - Smooth((size - 0.4) / 0.5));
     if (skin <= 0) return;
     const double keep = m_recipe.keepSkin * 0.01 * skin;
@@ -133,6 +161,28 @@ void ColourPart::KeepSkin(Triple& colour, const Triple& source) const {
     const double length = along + (kept - along) * keep;
     colour =
         Joined(Weighted(colour), {(length * own.a - across * own.b) / size, (length * own.b + across * own.a) / size});
+}
+
+void ColourPart::LimitSkin(Triple& colour, const Triple& source) const {
+    const auto [own, size, cosine] = SkinHue(source);
+    const double skin = Smooth((cosine - 0.5) / 0.45) * Smooth(size / 0.16) * (1 - Smooth((size - 0.4) / 0.5));
+    if (skin <= 0) return;
+    const Chroma now = ChromaOf(colour);
+    const double ratio = std::sqrt(now.a * now.a + now.b * now.b) / size, most = m_recipe.mostSkin * 0.01;
+    if (ratio <= 0.8 * most) return;
+    const double gain = 1 + (Shouldered(ratio, 0.8 * most, most) / ratio - 1) * skin;
+    colour = Joined(Weighted(colour), {now.a * gain, now.b * gain});
+}
+
+void ColourPart::Shoulder(Triple& colour, const Triple& source) {
+    const auto [own, size, cosine] = SkinHue(source);
+    const double warm = Smooth((cosine - 0.84) / 0.15) * Smooth(size / 0.14) * (1 - Smooth((size - 0.5) / 0.4));
+    if (warm <= 0) return;
+    const double reach = Reach(colour);
+    if (reach <= ShoulderKnee) return;
+    const double held = Shouldered(reach, std::max(ShoulderKnee, Shouldered(Reach(source), 0.75, 1.0)), 1.0);
+    const double luma = Weighted(colour), gain = 1 + (held / reach - 1) * warm;
+    for (double& v : colour) v = luma + (v - luma) * gain;
 }
 
 Triple ColourPart::At(const Triple& in) const {
@@ -150,6 +200,9 @@ Triple ColourPart::At(const Triple& in) const {
     if (m_split) SplitTone(c);
     for (int i = 0; i < 3; ++i) c[i] = (m_recipe.black[i] + (m_recipe.white[i] - m_recipe.black[i]) * c[i]) / 255.0;
     if (m_recipe.keepSkin > 0) KeepSkin(c, in);
+    if (!m_changes) return c;
+    LimitSkin(c, in);
+    Shoulder(c, in);
     return c;
 }
 
@@ -159,5 +212,8 @@ double ColourPart::GrainAt(const Triple& result) const {
     const double ends = (grain.shadows * (1 - luma) + grain.highlights * luma) * 0.01;
     // Full in the middle tones, where film shows it most.
     const double middle = 4 * luma * (1 - luma);
-    return grain.amount * (ends + (1 - ends) * middle);
+    // A channel near an end has room for little, or grain would push it over.
+    const auto [lowest, highest] = std::minmax({result[0], result[1], result[2]});
+    const double room = 255 * std::max(0.0, std::min(lowest, 1 - highest));
+    return std::min(grain.amount * (ends + (1 - ends) * middle), 0.2 + 0.4 * room);
 }

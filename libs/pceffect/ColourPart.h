@@ -9,9 +9,10 @@
 // lattice of samples can stand for it.
 //
 // In this order: matrix; black and white mix; master curve, then the curves of the channels; saturation and hues;
-// split tones; fade; then skin goes back towards its own hue, as far as the recipe says. Chroma is a vector in the
-// plane across the grey axis, its angle the hue (0 red, 120 green, 240 blue); everything that changes chroma keeps the
-// luma (ITU-R BT.709) unless it says otherwise.
+// split tones; fade; then skin goes back towards its own hue and chroma, as far as the recipe says; last, in a recipe
+// that changes colours at all, a shoulder bends the red of warm colours, which burns out first, below the top. Chroma
+// is a vector in the plane across the grey axis, its angle the hue (0 red, 120 green, 240 blue); everything that
+// changes chroma keeps the luma (ITU-R BT.709) unless it says otherwise.
 class ColourPart {
   public:
     explicit ColourPart(const Recipe& recipe);
@@ -24,10 +25,14 @@ class ColourPart {
     void ChangeHues(Triple& colour) const;
     void SplitTone(Triple& colour) const;
     void KeepSkin(Triple& colour, const Triple& source) const;
+    // Holds the chroma of skin below m_recipe.mostSkin of its own.
+    void LimitSkin(Triple& colour, const Triple& source) const;
+    // Takes chroma from a warm colour whose red goes beyond what the source's did, and leaves its luma.
+    static void Shoulder(Triple& colour, const Triple& source);
 
     const Recipe m_recipe;
     const ToneCurve m_master, m_red, m_green, m_blue;
-    bool m_matrix, m_hues, m_split;
+    bool m_matrix, m_hues, m_split, m_changes;
     Triple m_shadowLean, m_highlightLean;
     std::vector<HueChange> m_wheel;  // by whole degrees
 };

@@ -10,6 +10,8 @@
 namespace {
 
 const double Pi = std::acos(-1.0);
+// The brightest that light gets: what lies below still shows, and no channel reaches its end.
+constexpr double MostLight = 0.96;
 
 double Smooth(double x) {
     const double t = std::clamp(x, 0.0, 1.0);
@@ -38,15 +40,27 @@ double Cloudy(double x, double y, unsigned seed) {
     return (Uneven(x * 2, y * 2, seed) + 0.5 * Uneven(x * 4.3 + 7, y * 4.3 + 3, seed + 57)) / 1.5;
 }
 
+// A border worn by light: an egg rather than a frame stays dark, whose edge wanders in and out in large bays and is
+// frayed in small ones, so that neither a side nor a corner can be seen.
+double Worn(const Leak& leak, double x, double y) {
+    const unsigned seed = static_cast<unsigned>(leak.seed);
+    const double wobble = leak.wobble * 0.01;
+    // The middle lies off the picture's, each border's own way.
+    const double shift = 0.12 * wobble;
+    const double across = 2 * x - 1 + shift * Hash(1, 0, seed) + 0.16 * wobble * Uneven(1.7 * x, 1.7 * y, seed + 101);
+    const double down = 2 * y - 1 + shift * Hash(2, 0, seed) + 0.16 * wobble * Uneven(1.7 * x, 1.7 * y, seed + 202);
+    const double away = std::pow(std::pow(std::abs(across), 2.2) + std::pow(std::abs(down), 2.2), 1 / 2.2);
+    const double bays = Uneven(2.3 * x + 5, 2.3 * y + 9, seed) + 0.45 * Uneven(5.1 * x, 5.1 * y, seed + 57) +
+                        0.2 * Uneven(11 * x + 3, 11 * y, seed + 91);
+    const double reach = (leak.width + leak.height) * 0.01 * (1 + 0.75 * wobble * bays);
+    const double inner = 1.06 - std::max(reach, 0.02);
+    return Smooth((away - inner) / (1.3 - inner));
+}
+
 // How strong the light is at a place in fractions of the picture: 1 in the middle of the shape, 0 outside.
 double Falloff(const Leak& leak, double x, double y) {
+    if (leak.shape == Leak::Shape::Border) return Worn(leak, x, y);
     const double uneven = leak.wobble * 0.01 * Cloudy(x, y, static_cast<unsigned>(leak.seed));
-    if (leak.shape == Leak::Shape::Border) {
-        // Distance to the nearest side; corners are rounded by adding what the sides give.
-        const double across = std::max(0.0, 1 - std::min(x, 1 - x) / (leak.width * 0.01));
-        const double down = std::max(0.0, 1 - std::min(y, 1 - y) / (leak.height * 0.01));
-        return Smooth(std::hypot(across, down) * (1 + uneven));
-    }
     const double angle = leak.angle * Pi / 180;
     const double dx = x - leak.x * 0.01, dy = y - leak.y * 0.01;
     const double u = (dx * std::cos(angle) + dy * std::sin(angle)) / (leak.width * 0.01);
@@ -70,10 +84,11 @@ NodeLayer LeakLight(const Leak& leak, const NodeGrid& grid) {
                                                            std::clamp(grid.Y(row) / grid.height, 0.0, 1.0)),
                                                    0.0, 1.0);
                 NodeColour& to = layer[std::size_t(row) * grid.columns + column];
-                // As film takes light: it burns out to white instead of stopping at its colour.
+                // As film takes light: it burns out towards white instead of stopping at its colour.
                 for (int i = 0; i < 3; ++i) {
                     const double colour = leak.rim[i] + (leak.core[i] - leak.rim[i]) * strength;
-                    to[i] = static_cast<float>(1 - std::exp(-0.02 * leak.strength * strength * colour / 255.0));
+                    to[i] = static_cast<float>(MostLight *
+                                               (1 - std::exp(-0.02 * leak.strength * strength * colour / 255.0)));
                 }
             }
     });

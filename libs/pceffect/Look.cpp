@@ -29,8 +29,11 @@ void RunBand(const Pass& pass, unsigned char* pixels, int width, int first, int 
     alignas(64) std::int8_t noise[Stretch + Beyond] = {};
     for (int y = first; y < last; ++y) {
         unsigned char* const row = pixels + std::ptrdiff_t{4} * width * y;
+        const auto dither = [&](int x) {
+            return Dither{unsigned(x) * DitherStepX + unsigned(y) * DitherStepY, DitherReach};
+        };
         if (!pass.place && !pass.grain) {
-            kernels.lookRow(row, width, lattice, nullptr, nullptr);
+            kernels.lookRow(row, width, lattice, nullptr, nullptr, dither(0));
             continue;
         }
         if (pass.place) pass.place->RowAt(y, nodes);
@@ -39,7 +42,7 @@ void RunBand(const Pass& pass, unsigned char* pixels, int width, int first, int 
             if (pass.place) kernels.spreadRow(nodes.data(), pass.place->Grid().shift, x, count, place);
             if (pass.grain) pass.grain->Row(y, x, count, noise);
             kernels.lookRow(row + std::ptrdiff_t{4} * x, count, lattice, pass.place ? place : nullptr,
-                            pass.grain ? noise : nullptr);
+                            pass.grain ? noise : nullptr, dither(x));
         }
     }
 }

@@ -9,14 +9,10 @@
 namespace {
 
 constexpr std::array<const char*, LookShelf::Count> Stems{
-    "K1",     "Jiaopian", "G2",      "C1",       "A3",    "Qingliang", "A2",
-    "M5",     "H2",       "P7",      "P1",       "P5",    "P6",        "P9",
-    "P4",     "Liunian",  "Yunduan", "Lomo",     "Youge", "Earlybird", "Fenhongjiaren",
-    "Hudson", "Yizhou",   "Fugu",    "Gutongse", "P2",    "1970",      "S4",
-    "SE2",    "Getefeng", "T2",      "M4",       "T1",    "SE1",       "T3",
-    "H5",     "Heibai",   "X6",      "Silver",   "B4",    "X3",        "B2",
-    "X4",     "Leak1",    "Leak6",   "Leak7",    "Leak9", "Leak15",    "LightLeak2",
-    "LL17"};
+#define QUINCE_EFFECT_STEM(function, stem) stem,
+    QUINCE_EFFECTS(QUINCE_EFFECT_STEM)
+#undef QUINCE_EFFECT_STEM
+};
 
 struct Kept {
     std::filesystem::file_time_type time;

@@ -5,13 +5,14 @@
 #include <memory>
 #include <string>
 
+#include "EffectList.h"
 #include "Look.h"
 
 // The fifty looks: their files in the folder "Effects" below the program's, read when they are first wanted and kept.
 // A file that has changed since is read again, so that a designer sees an edit at the next use. Any thread.
 namespace LookShelf {
 
-constexpr int Count = 50;
+constexpr int Count = EffectListCount;
 
 // File name of a look without its folder; empty beyond the fifty.
 std::string FileName(int index);

@@ -49,7 +49,7 @@ void PlaceMap::MixEdges(const Recipe& recipe, const NodeLayer& graded) {
         for (int column = 0; column < m_grid.columns; ++column) {
             const double x = std::abs(2 * m_grid.X(column) / m_grid.width - 1);
             const double y = std::abs(2 * m_grid.Y(row) / m_grid.height - 1);
-            const double way = std::pow(std::pow(x, 4) + std::pow(y, 4), 0.25);
+            const double way = std::pow(std::pow(x, 2.6) + std::pow(y, 2.6), 1 / 2.6);
             const float share = static_cast<float>(recipe.edges.amount * 0.01 * Smooth((way - start) / (1 - start)));
             const std::size_t at = std::size_t(row) * m_grid.columns + column;
             for (int i = 0; i < 3; ++i) {

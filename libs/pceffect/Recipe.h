@@ -67,8 +67,9 @@ struct Recipe {
     double vibrance = 0.0;      // percent more for weak colours
     std::array<HueChange, HueBands> hues{};
     Tint shadows, highlights;
-    double balance = 0.0;   // -100 to 100: where shadows end
-    double keepSkin = 0.0;  // percent by which skin goes back to its own hue
+    double balance = 0.0;     // -100 to 100: where shadows end
+    double keepSkin = 0.0;    // percent by which skin goes back to its own hue
+    double mostSkin = 130.0;  // percent of its own chroma that skin gets at most
     Triple black{0, 0, 0}, white{255, 255, 255};
 
     struct Vignette {

@@ -49,6 +49,7 @@ const std::vector<Field>& Fields() {
             {"split", "highlights", -360, 360, [](Recipe& r) { return std::span<double>(&r.highlights.hue, 2); }},
             {"split", "balance", -100, 100, [](Recipe& r) { return One(r.balance); }},
             {"skin", "keep", 0, 100, [](Recipe& r) { return One(r.keepSkin); }},
+            {"skin", "most", 100, 1000, [](Recipe& r) { return One(r.mostSkin); }},
             {"fade", "black", 0, 128, [](Recipe& r) { return std::span<double>(r.black); }},
             {"fade", "white", 128, 255, [](Recipe& r) { return std::span<double>(r.white); }},
             {"vignette", "amount", 0, 100, [](Recipe& r) { return One(r.vignette.amount); }},

@@ -30,13 +30,24 @@ struct LatticeView {
 // grain in 1/32768, then light in 1/127.5 level. PlaceSlot tells where the kernels of the set in use keep pixel i.
 constexpr int PlaceNumbers = 8;
 
+// How a row's levels become whole. A pixel's threshold moves with its place by less than half a level (`reach` / 512)
+// each way, so that a smooth slope of levels dissolves instead of breaking into bands; 0 rounds plainly. What is whole
+// already stays. The thresholds are the points of Roberts' R2 sequence (2018), which lie evenly without a pattern that
+// the eye finds: the top byte of phase + x * DitherStepX + y * DitherStepY.
+struct Dither {
+    std::uint32_t phase = 0;  // of the first pixel
+    int reach = 0;            // 0 to 256
+};
+constexpr std::uint32_t DitherStepX = 3242174889u, DitherStepY = 2447445414u;
+constexpr int DitherReach = 230;
+
 struct EffectKernels {
     const char* name;
 
     // Replaces `count` pixels by what the lattice holds for them. `place` and `noise` may be null; each is readable for
     // 16 pixels more. Noise is in 1/32 of its standard deviation.
     void (*lookRow)(std::uint8_t* pixels, int count, const LatticeView& lattice, const std::int16_t* place,
-                    const std::int8_t* noise);
+                    const std::int8_t* noise, Dither dither);
 
     // Spreads a row of nodes, 2^shift pixels apart, over the pixels first to first + count - 1; node 0 lies half a
     // distance before pixel 0. `first` is a multiple of 16.

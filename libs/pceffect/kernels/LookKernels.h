@@ -68,9 +68,16 @@ QUINCE_INLINE Shorts Interpolated(const Corners& corners, const std::uint16_t* p
            static_cast<unsigned short>(255 / unit);
 }
 
-// Rounded to whole levels.
-QUINCE_INLINE Shorts Levels(Shorts v) {
-    return HighProduct(v + static_cast<unsigned short>(128), SpreadShort(257));
+// Whole levels; a threshold of 128 rounds.
+QUINCE_INLINE Shorts Levels(Shorts v, Shorts threshold) {
+    return HighProduct(v + threshold, SpreadShort(257));
+}
+
+// How far each pixel of a group moves the dither on from the group's first.
+QUINCE_INLINE Words DitherSteps() {
+    Words steps;
+    for (int i = 0; i < Lanes; ++i) steps[i] = static_cast<unsigned>(i) * DitherStepX;
+    return steps;
 }
 
 QUINCE_INLINE Shorts WithGrain(Shorts v, Words noise) {
@@ -82,7 +89,9 @@ QUINCE_INLINE Shorts WithGrain(Shorts v, Words noise) {
 
 template <bool HasPlace, bool HasGrain>
 QUINCE_INLINE void LookRowOf(std::uint8_t* pixels, int count, const LatticeView& lattice, const std::int16_t* place,
-                             const std::int8_t* noise) {
+                             const std::int8_t* noise, Dither dither) {
+    const Words steps = DitherSteps() + dither.phase;
+    const unsigned reach = unsigned(dither.reach);
     ForPixelGroups(pixels, count, [&](std::uint8_t* group, int x) {
         const Words words = LoadWords(group);
         const Corners corners = CornersOf(words, lattice);
@@ -109,21 +118,25 @@ QUINCE_INLINE void LookRowOf(std::uint8_t* pixels, int count, const LatticeView&
             low = WithGrain(low, PairLow(both, both));
             high = WithGrain(high, PairHigh(both, both));
         }
-        const Words result = PackBytes(Levels(low), Levels(high));
+        const Words byte = (steps + unsigned(x) * DitherStepX) >> 24;
+        const Words threshold = (byte * reach + 128u * (256u - reach)) >> 8;
+        const Words both = threshold | threshold << 16;
+        const Words result =
+            PackBytes(Levels(low, (Shorts)PairLow(both, both)), Levels(high, (Shorts)PairHigh(both, both)));
         StoreWords(group, (result & 0x00FFFFFFu) | (words & 0xFF000000u));
     });
 }
 
 void LookRow(std::uint8_t* pixels, int count, const LatticeView& lattice, const std::int16_t* place,
-             const std::int8_t* noise) {
+             const std::int8_t* noise, Dither dither) {
     if (place && noise)
-        LookRowOf<true, true>(pixels, count, lattice, place, noise);
+        LookRowOf<true, true>(pixels, count, lattice, place, noise, dither);
     else if (place)
-        LookRowOf<true, false>(pixels, count, lattice, place, noise);
+        LookRowOf<true, false>(pixels, count, lattice, place, noise, dither);
     else if (noise)
-        LookRowOf<false, true>(pixels, count, lattice, place, noise);
+        LookRowOf<false, true>(pixels, count, lattice, place, noise, dither);
     else
-        LookRowOf<false, false>(pixels, count, lattice, place, noise);
+        LookRowOf<false, false>(pixels, count, lattice, place, noise, dither);
 }
 
 }  // namespace

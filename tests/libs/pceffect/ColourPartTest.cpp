@@ -7,6 +7,7 @@
 #include <random>
 
 #include "ColourPart.h"
+#include "EffectKernels.h"
 #include "EffectTable.h"
 #include "LookShelf.h"
 #include "TestPictures.h"
@@ -56,7 +57,7 @@ TEST_P(EveryColourPart, TheLatticeIsWithinOneLevelOfTheRecipe) {
     Recipe recipe = m_look->GetRecipe();
     recipe.grain.amount = 0;
     const Look smooth(recipe);
-    ASSERT_NE(ApplyLattice(smooth.Colour3D(), p, picture.Width(), 1, {}), 0);
+    EffectKernelsInUse().lookRow(p, picture.Width(), smooth.Colour3D().View(), nullptr, nullptr, {});
     double worst = 0.0, sum = 0.0;
     for (std::size_t i = 0; i < colours.size(); ++i) {
         const std::uint8_t* in = reinterpret_cast<const std::uint8_t*>(&colours[i]);
@@ -132,6 +133,36 @@ TEST(ColourPart, FadeMovesBlackAndWhiteWhereItSays) {
         EXPECT_NEAR(255 * black[i], 40 - 10 * i, 1e-9);
         EXPECT_NEAR(255 * white[i], 250 - 10 * i, 1e-9);
     }
+}
+
+TEST(ColourPart, WarmColoursBendBelowTheTopAndKeepTheirLuma) {
+    Recipe recipe;
+    recipe.saturation = 170;
+    recipe.mostSkin = 1000;
+    const ColourPart part(recipe);
+    for (const Triple& skin : {Triple{0.95, 0.78, 0.67}, {0.98, 0.86, 0.78}, {0.85, 0.63, 0.5}}) {
+        const Triple c = part.At(skin);
+        EXPECT_LT(c[0], 0.985);
+        EXPECT_NEAR(Luma(c), Luma(skin), 1e-9);
+    }
+    // Where there is room they get what the recipe says.
+    const Triple dark = part.At({0.5, 0.36, 0.29});
+    EXPECT_NEAR(dark[0] - dark[2], 1.7 * 0.21, 1e-9);
+}
+
+TEST(ColourPart, SkinGetsNoMoreChromaThanTheRecipeAllows) {
+    const Triple skin{0.7, 0.5, 0.4};
+    const auto spread = [&](double most) {
+        Recipe recipe;
+        recipe.saturation = 190;
+        recipe.mostSkin = most;
+        const Triple c = ColourPart(recipe).At(skin);
+        return (c[0] - c[2]) / (skin[0] - skin[2]);
+    };
+    EXPECT_LT(spread(120), 1.2);
+    EXPECT_LT(spread(150), 1.5);
+    EXPECT_GT(spread(150), spread(120) + 0.1);
+    EXPECT_GT(spread(1000), 1.8);
 }
 
 TEST(ColourPart, BlackAndWhiteMixesByItsWeights) {

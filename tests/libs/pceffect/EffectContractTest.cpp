@@ -21,8 +21,8 @@ class EveryEffect : public testing::TestWithParam<int> {
         SelectKernelSet(-1);
     }
     int Run(Bitmap& bitmap, CObjProgress* sink = nullptr, int start = 0, int end = 100) const {
-        return AllEffects[GetParam()](bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), LooksFolderText(), sink,
-                                      start, end);
+        return EffectFunctions[GetParam()](bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), LooksFolderText(),
+                                           sink, start, end);
     }
 };
 
@@ -87,16 +87,16 @@ TEST_P(EveryEffect, StopsWhenAskedAndSaysSo) {
 
 TEST_P(EveryEffect, RefusesWhatIsNoPicture) {
     std::uint8_t pixel[4] = {1, 2, 3, 4};
-    EXPECT_EQ(AllEffects[GetParam()](nullptr, 1, 1, LooksFolderText(), nullptr, 0, 100), 0);
-    EXPECT_EQ(AllEffects[GetParam()](pixel, 0, 1, LooksFolderText(), nullptr, 0, 100), 0);
-    EXPECT_EQ(AllEffects[GetParam()](pixel, 1, -1, LooksFolderText(), nullptr, 0, 100), 0);
+    EXPECT_EQ(EffectFunctions[GetParam()](nullptr, 1, 1, LooksFolderText(), nullptr, 0, 100), 0);
+    EXPECT_EQ(EffectFunctions[GetParam()](pixel, 0, 1, LooksFolderText(), nullptr, 0, 100), 0);
+    EXPECT_EQ(EffectFunctions[GetParam()](pixel, 1, -1, LooksFolderText(), nullptr, 0, 100), 0);
     EXPECT_EQ(pixel[0], 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Fifty, EveryEffect, testing::Range(0, 50));
 
 TEST(EffectTable, HoldsFiftyDistinctFunctionsAndFiles) {
-    EXPECT_EQ(std::set<EffectFunction>(AllEffects.begin(), AllEffects.end()).size(), 50u);
+    EXPECT_EQ(std::set<EffectFunction>(EffectFunctions.begin(), EffectFunctions.end()).size(), 50u);
     std::set<std::string> files;
     for (int i = 0; i < 50; ++i) files.insert(LookShelf::FileName(i));
     EXPECT_EQ(files.size(), 50u);
@@ -106,8 +106,8 @@ TEST(EffectTable, HoldsFiftyDistinctFunctionsAndFiles) {
 
 TEST(EffectFolder, NoneStandsForTheOneBefore) {
     Bitmap first = TestPictures::Face(40, 50), second = first;
-    ASSERT_NE(AllEffects[3](first.MutablePixels(), 40, 50, LooksFolderText(), nullptr, 0, 100), 0);
-    ASSERT_NE(AllEffects[3](second.MutablePixels(), 40, 50, nullptr, nullptr, 0, 100), 0);
+    ASSERT_NE(EffectFunctions[3](first.MutablePixels(), 40, 50, LooksFolderText(), nullptr, 0, 100), 0);
+    ASSERT_NE(EffectFunctions[3](second.MutablePixels(), 40, 50, nullptr, nullptr, 0, 100), 0);
     EXPECT_TRUE(first == second);
 }
 
@@ -117,16 +117,16 @@ TEST(EffectFolder, AMissingOrDamagedRecipeChangesNothing) {
     std::wstring text = folder.wstring();
     const Bitmap source = TestPictures::Face(40, 50);
     Bitmap picture = source;
-    EXPECT_EQ(AllEffects[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
+    EXPECT_EQ(EffectFunctions[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
     std::ofstream(folder / "Effects" / LookShelf::FileName(0)) << "[look]\ntitle = X\n[grain]\namount = many\n";
-    EXPECT_EQ(AllEffects[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
+    EXPECT_EQ(EffectFunctions[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
     std::string error;
     EXPECT_EQ(LookShelf::Take(folder, 0, &error), nullptr);
     EXPECT_EQ(error, LookShelf::FileName(0) + ": line 4: \"many\" is not a number");
     EXPECT_TRUE(picture == source);
     // Mended while the program runs.
     std::ofstream(folder / "Effects" / LookShelf::FileName(0)) << "[look]\ntitle = X\n[colour]\nsaturation = 0\n";
-    EXPECT_NE(AllEffects[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
+    EXPECT_NE(EffectFunctions[0](picture.MutablePixels(), 40, 50, text.data(), nullptr, 0, 100), 0);
     EXPECT_FALSE(picture == source);
     std::filesystem::remove_all(folder);
     EXPECT_NE(LookShelf::Take(LooksFolder(), 0), nullptr);

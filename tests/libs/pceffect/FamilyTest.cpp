@@ -9,24 +9,11 @@
 #include "EffectTable.h"
 #include "LookShelf.h"
 #include "PC_Dsp.h"
-#include "Portrait.h"
+#include "PortraitBitmap.h"
+#include "SkinPatches.h"
 #include "TestPictures.h"
 
 namespace {
-
-// Skin from pale to very dark.
-constexpr std::uint32_t Tones[] = {0xFFF6DCCB, 0xFFE8BFA3, 0xFFD9A184, 0xFFB77C5C, 0xFF8A5A3F, 0xFF553526};
-
-Bitmap Portrait(int width) {
-    const PortraitPixels painted = PaintPortrait(width);
-    Bitmap bitmap(painted.width, painted.height);
-    std::uint8_t* to = bitmap.MutablePixels();
-    for (std::size_t i = 0; i < painted.rgb.size(); i += 3, to += 4) {
-        for (int c = 0; c < 3; ++c) to[2 - c] = painted.rgb[i + c];
-        to[3] = 255;
-    }
-    return bitmap;
-}
 
 // Hues across, from dull to strong and from dark to light down.
 Bitmap Chart() {
@@ -83,7 +70,7 @@ class EveryKindToSkin : public testing::TestWithParam<int> {};
 }  // namespace
 
 TEST(Fifty, NoTwoAreAlikeOnThePortrait) {
-    EXPECT_EQ(Alike(Portrait(32)), "");
+    EXPECT_EQ(Alike(PortraitBitmap(32)), "");
 }
 
 TEST(Fifty, NoTwoAreAlikeOnAColourChart) {
@@ -102,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(Fifty, EveryFamilyMember, testing::Range(0, 50));
 TEST_P(EveryKindToSkin, KeepsTheHueOfSixTones) {
     const auto look = LookShelf::Take(LooksFolder(), GetParam());
     ASSERT_TRUE(look);
-    for (const std::uint32_t tone : Tones) {
+    for (const std::uint32_t tone : SkinPatches::Tones) {
         const double r = tone >> 16 & 255, g = tone >> 8 & 255, b = tone & 255;
         const Triple c = look->Colours().At({r / 255, g / 255, b / 255});
         const double turn = TurnBetween(HueOf(LabOf(255 * c[0], 255 * c[1], 255 * c[2])), HueOf(LabOf(r, g, b)));

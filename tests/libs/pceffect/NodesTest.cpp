@@ -2,6 +2,7 @@
 // What position does: the nodes, their blur, and the grain.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -121,6 +122,45 @@ TEST(Nodes, WhatPositionDoesHasNoJumps) {
             }
         EXPECT_LE(largest, 3 + 2400 / width) << width;
     }
+}
+
+TEST(Nodes, AWornBorderShowsNoFrame) {
+    // Along a line at the middle of the border's reach a frame is as bright all the way; a worn one comes and goes. And
+    // no two sides are alike.
+    Leak leak;
+    leak.shape = Leak::Shape::Border;
+    leak.strength = 45;
+    leak.width = leak.height = 14;
+    leak.wobble = 70;
+    const NodeGrid grid = NodeGrid::For(2000, 2000);
+    for (const double seed : {3.0, 4.0, 5.0, 11.0}) {
+        leak.seed = seed;
+        const NodeLayer light = LeakLight(leak, grid);
+        const auto at = [&](int column, int row) { return double(light[std::size_t(row) * grid.columns + column][0]); };
+        const int inset = grid.columns * 7 / 100, last = grid.columns - 1;
+        double lowest = 1, highest = 0, sides[4] = {};
+        for (int i = grid.columns / 5; i < grid.columns * 4 / 5; ++i) {
+            const double values[] = {at(i, inset), at(i, last - inset), at(inset, i), at(last - inset, i)};
+            for (int side = 0; side < 4; ++side) {
+                lowest = std::min(lowest, values[side]);
+                highest = std::max(highest, values[side]);
+                sides[side] += values[side] / (0.6 * grid.columns);
+            }
+        }
+        EXPECT_GT(highest, 2 * lowest + 0.05) << seed;
+        std::sort(std::begin(sides), std::end(sides));
+        EXPECT_GT(sides[3], 1.15 * sides[0]) << seed;
+        EXPECT_LT(at(grid.columns / 2, grid.rows / 2), 0.01) << seed;
+    }
+}
+
+TEST(Nodes, LightLeavesEveryChannelShortOfItsEnd) {
+    Leak leak;
+    leak.strength = 400;
+    leak.width = leak.height = 400;
+    leak.core = leak.rim = {255, 255, 255};
+    for (const NodeColour& light : LeakLight(leak, NodeGrid::For(300, 300)))
+        for (const float channel : light) ASSERT_LE(channel, 0.961f);
 }
 
 TEST(Grain, HasNoMeanAndItsDeviationWherePixelsAreSmall) {
