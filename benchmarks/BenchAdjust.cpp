@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AdjustSliders.h"
-#include "AdjustWnd.h"
-#include "BasePanelAdjust.h"
 #include "BenchHost.h"
 #include "BenchSlider.h"
 #include "BenchWindows.h"
+#include "CAdjustWnd.h"
+#include "CBasePanelAdjust.h"
 
 namespace {
 

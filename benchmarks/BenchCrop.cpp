@@ -6,7 +6,7 @@
 #include "Bench.h"
 #include "BenchHost.h"
 #include "BenchWindows.h"
-#include "CutWnd.h"
+#include "CCutWnd.h"
 
 // From the mouse's move until the window is painted, while a corner of the frame is dragged.
 static const BenchCase cropDrag("crop.drag", [](BenchReport& report) {

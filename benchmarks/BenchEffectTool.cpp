@@ -4,9 +4,9 @@
 #include "BenchHost.h"
 #include "BenchSlider.h"
 #include "BenchWindows.h"
+#include "CEffectWnd.h"
 #include "CSetAlphaWnd.h"
 #include "CTeXiaoPanel.h"
-#include "EffectWnd.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ class EffectHost : public BenchHost<CEffectWnd> {
     }
     // Opens the panel anew, with the first category filled and no other.
     void Open() {
-        panel->OnFrameMessage(ImageLoadedMessage{CEffectWnd::ToolNumber});
+        panel->OnFrameMessage(ImageLoadedMessage{CEffectWnd::Facts.number});
         Await(1);
     }
     void Await(int category) {
@@ -39,8 +39,8 @@ class EffectHost : public BenchHost<CEffectWnd> {
 static const BenchCase effectDrag("effect.drag", [](BenchReport& report) {
     NeedWindows();
     EffectHost host(BenchPicture(Size24));
-    host.canvas->RunEffect(16);
-    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::ToolNumber});
+    host.canvas->RunLook(16);
+    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::Facts.number});
     ReportSliderDrag(report, "effect.drag", *host.panel->Strength(), "SliderSetAlpha");
 });
 

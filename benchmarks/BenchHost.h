@@ -26,7 +26,7 @@ class BenchHost : public ToolHost {
         canvas->ZoomToPercent(30);
         QApplication::processEvents();
     }
-    int Tool() const override { return Wnd::ToolNumber; }
+    int Tool() const override { return Wnd::Facts.number; }
     CBaseWnd* Canvas() const override { return canvas; }
     void SwitchTool(int) override {}
     int CompareMode() const override { return 0; }
@@ -35,6 +35,7 @@ class BenchHost : public ToolHost {
     bool RunTask(const std::function<void(CObjProgress&)>& work) override { return ::RunTask(work); }
     const tag_ImageInfo* ImageInfo() const override { return nullptr; }
     void UpdateSizeText() override {}
+    void Tell(const QString&) override {}
     void SendFrame(const FrameMessage&) override {}
 
     QTemporaryDir folder;

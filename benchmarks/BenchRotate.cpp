@@ -3,7 +3,7 @@
 #include "BenchSlider.h"
 #include "BenchWindows.h"
 #include "CEditXuanZhuan.h"
-#include "RotateWnd.h"
+#include "CRotateWnd.h"
 
 static const BenchCase drag("rotate.drag", [](BenchReport& report) {
     NeedWindows();

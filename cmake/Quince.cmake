@@ -38,6 +38,16 @@ function(quince_library name)
     endif()
 endfunction()
 
+# quince_tool(name LOGIC files... WINDOW files... [FOLDER folder])
+# A tool as two targets: quince_<name>_logic (pixels, parameters, steps; no widgets) and quince_<name> (canvas and
+# panel). FOLDER is where its files lie when several tools share one list.
+function(quince_tool name)
+    cmake_parse_arguments(ARG "" "FOLDER" "LOGIC;WINDOW" ${ARGN})
+    quince_library(quince_${name}_logic SOURCES ${ARG_LOGIC} INCLUDES ${ARG_FOLDER} LINKS quince_canvas_logic)
+    quince_library(quince_${name} WIDGETS SOURCES ${ARG_WINDOW} INCLUDES ${ARG_FOLDER}
+        LINKS quince_${name}_logic quince_canvas)
+endfunction()
+
 # quince_kernels(base.cpp avx2.cpp avx512.cpp)
 # The same kernels once for each instruction set; libs/base/InstructionSets.h chooses for the machine. Each is optimised
 # in every configuration but Debug, since a row of arithmetic is all they are.

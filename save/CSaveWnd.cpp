@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CSaveWnd.h"
 
+#include <new>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtGui/QKeyEvent>
@@ -181,10 +182,15 @@ void CSaveWnd::ChooseFolder() {
         m_path->setText(dialog.selectedFiles().first());
 }
 
+// A picture that finds no memory to be encoded in could not be written, like any other.
 bool CSaveWnd::Write(const QString& path) {
     const BusyCursor busy;
-    return m_request.file->OnSaveQuick(path.toStdWString().c_str(), m_request.picture,
-                                       SaveTypeAt(m_type->currentIndex()).format, m_quality) != 0;
+    try {
+        return m_request.file->OnSaveQuick(path.toStdWString().c_str(), m_request.picture,
+                                           SaveTypeAt(m_type->currentIndex()).format, m_quality) != 0;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 // A trial encode. Failure is silent: the text stays as it was.

@@ -89,10 +89,8 @@ void KeepEditing(CMainFrameWnd& frame, const Album& album) {
     album.Keep(frame, QStringLiteral("crop-ratio"));
     Driver::Click(QStringLiteral("BtnCancel"));
     Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
-    Driver::Click(QStringLiteral("OptBaoChi"));
     Driver::Type(QStringLiteral("EditKuanDu"), QStringLiteral("480"));
     album.Keep(frame, QStringLiteral("resize"));
-    Driver::Click(QStringLiteral("OptBaoChi"));
     Driver::Click(QStringLiteral("btnTab1"));
 }
 

@@ -6,7 +6,6 @@
 
 #include "CToolPanel.h"
 #include "SectionPanels.h"
-#include "Sections.h"
 #include "ToolTable.h"
 
 CLeftPanel::CLeftPanel(QWidget* parent, const ToolTable& tools, ToolHost& host)
@@ -25,15 +24,19 @@ QWidget* CLeftPanel::CreateControl(const QString&, QWidget* parent, const QStrin
 
 void CLeftPanel::MakeToolPanels() {
     for (const ToolRow& row : m_tools.Rows()) {
-        auto* page = row.makePanel ? Find<QWidget>(row.page) : nullptr;
+        auto* page = row.makePanel ? Find<QWidget>(QLatin1String(row.facts.page)) : nullptr;
         if (!page) continue;
+        if (auto* shared = page->findChild<CToolPanel*>(QString(), Qt::FindDirectChildrenOnly)) {
+            m_panels[row.facts.number] = shared;
+            continue;
+        }
         CToolPanel* panel = row.makePanel(page, m_host);
         if (!page->layout()) {
             auto* layout = new QVBoxLayout(page);
             layout->setContentsMargins(0, 0, 0, 0);
         }
         page->layout()->addWidget(panel);
-        m_panels[row.number] = panel;
+        m_panels[row.facts.number] = panel;
     }
 }
 
@@ -41,11 +44,6 @@ void CLeftPanel::ShowSection(int section, bool reset) {
     if (auto* stack = Find<QStackedWidget>(QStringLiteral("TabLayoutLeft"))) stack->setCurrentIndex(section - 1);
     const auto panel = m_sections.find(section);
     if (reset && panel != m_sections.end()) panel->second->ResetTabs();
-}
-
-void CLeftPanel::ShowTool(int tool) {
-    const auto panel = m_sections.find(SectionOf(tool));
-    if (panel != m_sections.end()) panel->second->ShowTool(tool);
 }
 
 CToolPanel* CLeftPanel::Panel(int tool) const {

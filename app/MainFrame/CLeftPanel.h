@@ -20,8 +20,6 @@ class CLeftPanel : public CXMLWnd {
 
     // Shows a section's page; `reset` takes its tabs back to the first.
     void ShowSection(int section, bool reset);
-    // Shows the tab of a tool, without switching to it.
-    void ShowTool(int tool);
     // The panel of a tool; null for one without a panel.
     CToolPanel* Panel(int tool) const;
     // Hands a message to the panel of the tool; without one it is dropped.

@@ -21,7 +21,6 @@
 #include "Language.h"
 #include "OpenFilter.h"
 #include "RunTask.h"
-#include "Sections.h"
 #include "SizeCheck.h"
 #include "StartMarks.h"
 #include "StartUp.h"
@@ -122,9 +121,9 @@ void CMainFrameWnd::OnOpenButton() {
 
 void CMainFrameWnd::ChooseSection(int section) {
     if (m_pMidWnd->IsBusy()) return;
-    const bool elsewhere = SectionOf(m_pMidWnd->Tool()) != section;
+    const bool elsewhere = m_tools.SectionOf(m_pMidWnd->Tool()) != section;
     m_pLeftPanel->ShowSection(section, elsewhere);
-    m_pMidWnd->SwitchTool(elsewhere ? SectionTool(section) : m_pMidWnd->Tool());
+    m_pMidWnd->SwitchTool(elsewhere ? m_tools.FirstOf(section) : m_pMidWnd->Tool());
 }
 
 void CMainFrameWnd::ShowWelcome() {

@@ -14,6 +14,7 @@
 #include "Messages.h"
 #include "RunTask.h"
 #include "Style.h"
+#include "WithinMemory.h"
 
 CMidWnd::CMidWnd(QWidget* parent, const ToolTable& tools, Hooks hooks)
     : QWidget(parent), m_tools(tools), m_hooks(std::move(hooks)), m_file(std::make_unique<PC_File>()) {
@@ -41,7 +42,10 @@ void CMidWnd::SendFrame(const FrameMessage& message) {
     SendToMain([&] { m_hooks.frame(message); });
 }
 
-// A new canvas takes the picture over from the old one before it is shown; the old one goes when the new one stands.
+void CMidWnd::Tell(const QString& key) {
+    ShowMessage(this, LanguageText(key));
+}
+
 void CMidWnd::SwitchTool(int tool) {
     SetCompareMode(0);
     if (tool == m_nTool || IsBusy()) return;
@@ -54,22 +58,39 @@ void CMidWnd::SwitchTool(int tool) {
     }
     CBaseWnd* entering = row->makeCanvas(this, *this);
     if (!entering) return;
-    entering->Place(rect());
-    CBaseWnd* leaving = std::exchange(m_pWnd, entering);
-    if (HasImage())
-        RunTask([&](CObjProgress&) { EnterTool(entering, leaving); });
-    else
-        EnterTool(entering, leaving);
-    entering->show();
-    entering->stackUnder(m_pCompareWnd);
-    entering->Redraw(CBaseWnd::Paint::Now);
-    delete leaving;
+    if (!ChangeCanvas(entering)) return SendFrame(RefreshPanelMessage{m_nTool});
     const bool first = m_nTool == 0;
     m_nTool = tool;
     // Leaving a tool turns its work into a step of its own without changing the picture: what was saved still is.
     if (discardable && m_saved) NoteSaved();
     UpdateSizeText();
     if (!first) SendFrame(RefreshPanelMessage{m_nTool});
+}
+
+// A new canvas takes the picture over from the old one before it is shown; the old one goes when the new one stands.
+// Where the new one finds no memory for the picture the old one stays as it was, and the result is false.
+bool CMidWnd::ChangeCanvas(CBaseWnd* entering) {
+    entering->Place(rect());
+    CBaseWnd* leaving = m_pWnd;
+    const std::function<void()> putBack = leaving ? leaving->Remember() : std::function<void()>();
+    const bool entered = WithinMemory(*this, [&] {
+        if (HasImage())
+            RunTask([&](CObjProgress&) { EnterTool(entering, leaving); });
+        else
+            EnterTool(entering, leaving);
+    });
+    if (!entered) {
+        delete entering;
+        putBack();
+        leaving->Redraw(CBaseWnd::Paint::Now);
+        return false;
+    }
+    m_pWnd = entering;
+    entering->show();
+    entering->stackUnder(m_pCompareWnd);
+    entering->Redraw(CBaseWnd::Paint::Now);
+    delete leaving;
+    return true;
 }
 
 // On the task's worker.
@@ -102,15 +123,20 @@ void CMidWnd::SetCompareMode(int mode) {
         m_pCompareWnd->Clear();
         return;
     }
-    const Bitmap original = CHistoryManager::Instance().ReadOrigin();
+    Bitmap original;
+    if (!WithinMemory(*this, [&] { original = CHistoryManager::Instance().ReadOrigin(); })) return;
     CHistoryManager::Instance().NoteRead(!original.IsNull());
     if (!original) return TellFailures();
-    m_pWnd->ShowNavigator(false);
+    WithinMemory(*this, [&] { ShowCompare(mode, original); });
+}
+
+void CMidWnd::ShowCompare(int mode, const Bitmap& original) {
     m_pCompareWnd->Place(rect());
     if (mode == 1)
         ShowOverPicture(original);
     else
         m_pCompareWnd->ShowSideBySide(original, m_pWnd->GetShowBitmap());
+    m_pWnd->ShowNavigator(false);
     m_nCompareMode = mode;
     m_pCompareWnd->show();
     m_pCompareWnd->raise();
@@ -149,9 +175,9 @@ void CMidWnd::TellFailures() {
         case HistoryFailure::None:
             return;
         case HistoryFailure::Save:
-            return ShowMessage(this, LanguageText(QStringLiteral("ids_historysave")));
+            return Tell(QStringLiteral("ids_historysave"));
         case HistoryFailure::Read:
-            return ShowMessage(this, LanguageText(QStringLiteral("ids_historyread")));
+            return Tell(QStringLiteral("ids_historyread"));
     }
 }
 

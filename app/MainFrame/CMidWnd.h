@@ -77,6 +77,7 @@ class CMidWnd : public QWidget, public ToolHost {
     bool RunTask(const std::function<void(CObjProgress&)>& work) override;
     const tag_ImageInfo* ImageInfo() const override { return m_imageInfo ? &*m_imageInfo : nullptr; }
     void UpdateSizeText() override;
+    void Tell(const QString& key) override;
     void SendFrame(const FrameMessage& message) override;
 
   protected:
@@ -86,9 +87,11 @@ class CMidWnd : public QWidget, public ToolHost {
   private:
     bool Decode(const QString& path, PC_File& file);
     bool ReduceIfAsked();
-    void LoadIntoSession();
+    bool LoadIntoSession();
     void ReportOpened(const QString& path, bool reduced);
     void EnterTool(CBaseWnd* entering, CBaseWnd* leaving);
+    bool ChangeCanvas(CBaseWnd* entering);
+    void ShowCompare(int mode, const Bitmap& original);
     void ShowOverPicture(const Bitmap& original);
 
     const ToolTable& m_tools;

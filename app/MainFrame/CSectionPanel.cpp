@@ -14,18 +14,15 @@ void CSectionPanel::Build(const QString& skin, const QString& stack, std::vector
     m_tabs = std::move(tabs);
     m_stack = stack;
     Create(skin);
-    for (const SectionTab& tab : m_tabs) {
+    for (SectionTab& tab : m_tabs) {
+        tab.tools = m_tools.Behind(tab.button);
+        tab.last = tab.tools.empty() ? 0 : tab.tools.front();
         auto* button = Find<QAbstractButton>(tab.button);
-        if (!button || FirstBuilt(tab) != 0) continue;
+        if (!button || !tab.tools.empty()) continue;
         button->setEnabled(false);
         button->setToolTip(LanguageText(QStringLiteral("ids_notyet")));
     }
     ResetTabs();
-}
-
-int CSectionPanel::FirstBuilt(const SectionTab& tab) const {
-    const auto built = std::find_if(tab.tools.begin(), tab.tools.end(), [&](int tool) { return m_tools.Has(tool); });
-    return built == tab.tools.end() ? 0 : *built;
 }
 
 void CSectionPanel::ResetTabs() {
@@ -35,8 +32,16 @@ void CSectionPanel::ResetTabs() {
 
 void CSectionPanel::ShowTool(int tool) {
     for (CSectionPanel* inner : findChildren<CSectionPanel*>()) inner->ShowTool(tool);
+    NoteTool(tool);
     for (const SectionTab& tab : m_tabs)
-        if (std::find(tab.tools.begin(), tab.tools.end(), tool) != tab.tools.end()) return ShowPage(tab);
+        if (tab.last == tool) return ShowPage(tab);
+}
+
+void CSectionPanel::NoteTool(int tool) {
+    for (SectionTab& tab : m_tabs)
+        if (std::find(tab.tools.begin(), tab.tools.end(), tool) != tab.tools.end()) tab.last = tool;
+    for (QWidget* widget = parentWidget(); widget; widget = widget->parentWidget())
+        if (auto* outer = qobject_cast<CSectionPanel*>(widget)) return outer->NoteTool(tool);
 }
 
 void CSectionPanel::ShowPage(const SectionTab& tab) {
@@ -47,7 +52,8 @@ void CSectionPanel::ShowPage(const SectionTab& tab) {
 void CSectionPanel::Enter(const SectionTab& tab) {
     const bool active = std::find(tab.tools.begin(), tab.tools.end(), m_host.Tool()) != tab.tools.end();
     ShowPage(tab);
-    if (!active) m_host.SwitchTool(FirstBuilt(tab));
+    if (!active) m_host.SwitchTool(tab.last);
+    NoteTool(m_host.Tool());
     for (CSectionPanel* inner : findChildren<CSectionPanel*>()) inner->ShowTool(m_host.Tool());
 }
 

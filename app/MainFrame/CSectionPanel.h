@@ -8,13 +8,16 @@
 class ToolHost;
 class ToolTable;
 
-// A tab of a section's panel: its button, its page, the tools behind it (the first is the one that the tab enters) and
-// the click code that it counts.
+// A tab of a section's panel: its button, its page, and the click code that it counts. The tools behind it say so in
+// their rows.
 struct SectionTab {
     QString button;
     int page = 0;
-    std::vector<int> tools;
     QString clickCode;
+    // In ascending order; filled from the table.
+    std::vector<int> tools{};
+    // The one that the tab enters: that on show when the tab was last left, at first the lowest. 0 for none.
+    int last = 0;
 };
 
 // Base of the left column's section panels: a row of tabs over a stack of pages. A tab leaves the present tool, shows
@@ -43,7 +46,8 @@ class CSectionPanel : public CXMLWnd {
   private:
     void Enter(const SectionTab& tab);
     void ShowPage(const SectionTab& tab);
-    int FirstBuilt(const SectionTab& tab) const;
+    // A tool was entered: the tabs that it lies behind, here and in the panel around this one, remember it.
+    void NoteTool(int tool);
 
     std::vector<SectionTab> m_tabs;
     QString m_stack;

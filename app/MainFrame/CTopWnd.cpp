@@ -7,7 +7,6 @@
 #include "ClickCount.h"
 #include "CMainFrameWnd.h"
 #include "Language.h"
-#include "Sections.h"
 #include "ToolTable.h"
 
 namespace {
@@ -34,7 +33,7 @@ CTopWnd::CTopWnd(CMainFrameWnd& frame, QWidget* parent, const ToolTable& tools) 
 void CTopWnd::DisableMissingSections(const ToolTable& tools) {
     for (const SectionRow& row : Rows) {
         auto* button = Find<QAbstractButton>(QLatin1String(row.control));
-        if (!button || tools.Has(SectionTool(row.section))) continue;
+        if (!button || tools.FirstOf(row.section) != 0) continue;
         button->setEnabled(false);
         button->setToolTip(LanguageText(QStringLiteral("ids_notyet")));
     }

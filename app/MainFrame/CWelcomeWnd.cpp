@@ -7,7 +7,6 @@
 
 #include "ClickCount.h"
 #include "Language.h"
-#include "Sections.h"
 #include "ToolTable.h"
 
 namespace {
@@ -54,7 +53,7 @@ void CWelcomeWnd::EnableChoices() {
     for (const ChoiceRow& row : Choices) {
         auto* button = Find<QAbstractButton>(QLatin1String(row.control));
         if (!button) continue;
-        const bool built = m_tools.Has(SectionTool(row.choice));
+        const bool built = m_tools.FirstOf(row.choice) != 0;
         button->setEnabled(built);
         if (!built) button->setToolTip(LanguageText(QStringLiteral("ids_notyet")));
     }

@@ -16,7 +16,6 @@
 #include "CTopWnd.h"
 #include "Language.h"
 #include "MessageBox.h"
-#include "Sections.h"
 
 namespace {
 
@@ -57,7 +56,7 @@ void CMainFrameWnd::AddShortcuts() {
         add(keys, withPicture([this] { m_pTopTool->Press(QStringLiteral("BtnZoomOut")); }));
     for (const int section : {SectionBasic, SectionEffects, SectionBeauty})
         add(QKeySequence(Qt::Key_F1 + section), [this, section] {
-            if (!m_tools.Has(SectionTool(section))) return;
+            if (m_tools.FirstOf(section) == 0) return;
             m_pTopWnd->ShowSection(section);
             ChooseSection(section);
         });

@@ -15,25 +15,16 @@ void CMainFrameWnd::OnFrameMessage(const FrameMessage& message) {
 
 // A row goes to the panel whose list it is for, whatever tool is on show by now.
 void CMainFrameWnd::Route(const HandOffMessage& message) {
-    constexpr int EffectTool = 7, BeautyTool = 8;
-    m_pLeftPanel->Deliver(message.kind == HandOffMessage::EffectList ? EffectTool : BeautyTool, message);
+    m_pLeftPanel->Deliver(message.tool, message);
 }
 
-// Codes 0 and 5 mean the same from every tool; the others are the sending tool's own.
 void CMainFrameWnd::Route(const ViewNotifyMessage& message) {
-    constexpr int ZoomCode = 0, SizeCode = 1, HistoryCode = 5;
-    switch (message.code) {
-        case ZoomCode:
-            return m_pTopTool->ShowZoom(message.value);
-        case HistoryCode:
-            UpdateHistoryButtons();
-            return m_pMidWnd->TellFailures();
-        case SizeCode:
-            m_pMidWnd->UpdateSizeText();
-            break;
-        default:
-            break;
+    if (const auto* zoom = std::get_if<ZoomNews>(&message.news)) return m_pTopTool->ShowZoom(zoom->percent);
+    if (std::holds_alternative<HistoryNews>(message.news)) {
+        UpdateHistoryButtons();
+        return m_pMidWnd->TellFailures();
     }
+    if (std::holds_alternative<SizeNews>(message.news)) m_pMidWnd->UpdateSizeText();
     m_pLeftPanel->Deliver(message.tool, message);
 }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Opening a picture: the part of the work area that replaces the session.
-#include <new>
 #include <utility>
 
 #include "AppPaths.h"
@@ -8,22 +7,13 @@
 #include "CHistoryManager.h"
 #include "CMidWnd.h"
 #include "Language.h"
-#include "MessageBox.h"
 #include "PC_Dsp.h"
 #include "ProgressSpan.h"
 #include "SizeCheck.h"
 #include "StartMarks.h"
+#include "WithinMemory.h"
 
 namespace {
-
-// False when the user cancelled. Work that runs out of memory ends as if it had found nothing.
-bool RunWithinMemory(CMidWnd& mid, const std::function<void(CObjProgress&)>& work) {
-    try {
-        return mid.RunTask(work);
-    } catch (const std::bad_alloc&) {
-        return true;
-    }
-}
 
 // The number of a size text that ends in its unit, in KB.
 int KilobytesOf(const std::wstring& sizeText) {
@@ -47,12 +37,16 @@ bool CMidWnd::OpenImage(const QString& path) {
         return false;
     }
     const bool reduced = ReduceIfAsked();
+    if (!LoadIntoSession()) {
+        m_pLoadedBitmap = {};
+        SendFrame(RefreshPanelMessage{m_nTool});
+        return false;
+    }
     m_file = std::move(file);
     m_imageInfo = m_file->GetImageInfo() ? *m_file->GetImageInfo() : tag_ImageInfo{};
     m_heldPath = path;
     m_sourceIsLarger = reduced;
     m_saved.reset();
-    LoadIntoSession();
     m_pWnd->Redraw(CBaseWnd::Paint::Now);
     qCDebug(startMarks, "picture painted");
     m_hooks.imageFactsChanged();
@@ -68,11 +62,14 @@ bool CMidWnd::Decode(const QString& path, PC_File& file) {
     m_pLoadedBitmap = {};
     file.SetExifXml(ResourcePath(LanguageText(QStringLiteral("ids_exifwords"))).toStdWString());
     const std::wstring native = NativePath(path).toStdWString();
-    const bool finished = RunWithinMemory(
-        *this, [&](CObjProgress& sink) { m_pLoadedBitmap = file.OnLoadImage(native.c_str(), &sink, 0, 100, nullptr); });
+    bool finished = false;
+    const bool enough = WithinMemory(*this, [&] {
+        finished = RunTask(
+            [&](CObjProgress& sink) { m_pLoadedBitmap = file.OnLoadImage(native.c_str(), &sink, 0, 100, nullptr); });
+    });
     if (!finished) m_pLoadedBitmap = {};
     if (m_pLoadedBitmap) return true;
-    if (finished) ShowMessage(this, LanguageText(QStringLiteral("ids_openerror")));
+    if (enough && finished) Tell(QStringLiteral("ids_openerror"));
     return false;
 }
 
@@ -85,23 +82,32 @@ bool CMidWnd::ReduceIfAsked() {
     if (choice != SizeCheck::Reduce) return false;
     const QSize target = SizeCheck::Reduced(size);
     Bitmap reduced;
-    RunWithinMemory(*this, [&](CObjProgress& sink) {
-        reduced = PC_Dsp::Resample(m_pLoadedBitmap, target.width(), target.height(), &sink, 0, 100);
+    WithinMemory(*this, [&] {
+        RunTask([&](CObjProgress& sink) {
+            reduced = PC_Dsp::Resample(m_pLoadedBitmap, target.width(), target.height(), &sink, 0, 100);
+        });
     });
     if (!reduced) return false;
     m_pLoadedBitmap = reduced;
     return true;
 }
 
-// The history is reset in here, so from this point on there is no way back to the former session, and Esc has no
-// effect.
-void CMidWnd::LoadIntoSession() {
-    RunWithinMemory(*this, [&](CObjProgress&) {
-        CHistoryManager::Instance().OpenImage(m_pLoadedBitmap);
-        m_pWnd->SetShowBitmap(m_pLoadedBitmap);
-        m_pWnd->ZoomFit();
-        m_pWnd->OnImageReady();
+// The canvas goes first: it may find no memory for the picture, and then the former session goes on. From the history's
+// reset on there is no way back, so Esc has no effect in here.
+bool CMidWnd::LoadIntoSession() {
+    const std::function<void()> putBack = m_pWnd->Remember();
+    const bool loaded = WithinMemory(*this, [&] {
+        RunTask([&](CObjProgress&) {
+            m_pWnd->SetShowBitmap(m_pLoadedBitmap);
+            m_pWnd->ZoomFit();
+            m_pWnd->OnImageReady();
+            CHistoryManager::Instance().OpenImage(m_pLoadedBitmap);
+        });
     });
+    if (loaded) return true;
+    putBack();
+    m_pWnd->Redraw(CBaseWnd::Paint::Now);
+    return false;
 }
 
 void CMidWnd::ReportOpened(const QString& path, bool reduced) {

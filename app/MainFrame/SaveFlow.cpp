@@ -8,6 +8,7 @@
 #include "Companions.h"
 #include "CSaveMessageBox.h"
 #include "CSaveWnd.h"
+#include "WithinMemory.h"
 
 CMainFrameWnd::FirstStep CMainFrameWnd::AskBeforeLosing() {
     if (m_pMidWnd->IsSafeToDiscard()) return FirstStep::None;
@@ -56,7 +57,7 @@ bool CMainFrameWnd::SaveShown(AfterSave after) {
     m_pMidWnd->SetCompareMode(0);
     // The full pass may take a moment on a large picture, so it runs as a task.
     Bitmap picture;
-    m_pMidWnd->RunTask([&](CObjProgress&) { picture = canvas->GetShowBitmap(); });
+    WithinMemory(*m_pMidWnd, [&] { m_pMidWnd->RunTask([&](CObjProgress&) { picture = canvas->GetShowBitmap(); }); });
     return picture && ShowSaveWindow(picture, after);
 }
 

@@ -3,38 +3,60 @@
 
 #include <algorithm>
 
-#include "AdjustWnd.h"
-#include "BasePanelAdjust.h"
+#include "CAdjustWnd.h"
+#include "CBasePanelAdjust.h"
+#include "CCutWnd.h"
 #include "CEditJianCai.h"
 #include "CEditXiuGaiChiCun.h"
 #include "CEditXuanZhuan.h"
+#include "CEffectWnd.h"
+#include "CRotateWnd.h"
+#include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
-#include "CutWnd.h"
-#include "EffectWnd.h"
-#include "RotateWnd.h"
-#include "SizeWnd.h"
 
-const ToolRow* ToolTable::Row(int number) const {
-    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [=](const ToolRow& r) { return r.number == number; });
-    return row == m_rows.end() ? nullptr : &*row;
+namespace {
+
+template <class Wnd, class Panel>
+ToolRow Tool() {
+    return {Wnd::Facts, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new Wnd(host, parent); },
+            [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new Panel(host, parent); }};
 }
+
+}  // namespace
 
 ToolTable BuiltInTools() {
     return ToolTable({
-        {1, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CAdjustWnd(host, parent); },
-         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CBasePanelAdjust(host, parent); },
-         QStringLiteral("AdjustLayout")},
-        {2, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CCutWnd(host, parent); },
-         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditJianCai(host, parent); },
-         QStringLiteral("Edit_CaiJian")},
-        {3, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CRotateWnd(host, parent); },
-         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXuanZhuan(host, parent); },
-         QStringLiteral("Edit_XuanZhuan")},
-        {4, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CSizeWnd(host, parent); },
-         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CEditXiuGaiChiCun(host, parent); },
-         QStringLiteral("Edit_XiuGaiChiCun")},
-        {7, [](QWidget* parent, ToolHost& host) -> CBaseWnd* { return new CEffectWnd(host, parent); },
-         [](QWidget* parent, ToolHost& host) -> CToolPanel* { return new CTeXiaoPanel(host, parent); },
-         QStringLiteral("LeftLayout_TeXiao")},
+        Tool<CAdjustWnd, CBasePanelAdjust>(),
+        Tool<CCutWnd, CEditJianCai>(),
+        Tool<CRotateWnd, CEditXuanZhuan>(),
+        Tool<CSizeWnd, CEditXiuGaiChiCun>(),
+        Tool<CEffectWnd, CTeXiaoPanel>(),
     });
+}
+
+const ToolRow* ToolTable::Row(int number) const {
+    const auto row =
+        std::find_if(m_rows.begin(), m_rows.end(), [=](const ToolRow& r) { return r.facts.number == number; });
+    return row == m_rows.end() ? nullptr : &*row;
+}
+
+int ToolTable::SectionOf(int number) const {
+    const ToolRow* row = Row(number);
+    return row ? row->facts.section : SectionBasic;
+}
+
+int ToolTable::FirstOf(int section) const {
+    int first = 0;
+    for (const ToolRow& row : m_rows)
+        if (row.facts.section == section && (first == 0 || row.facts.number < first)) first = row.facts.number;
+    return first;
+}
+
+std::vector<int> ToolTable::Behind(const QString& button) const {
+    std::vector<int> tools;
+    for (const ToolRow& row : m_rows)
+        if (button == QLatin1String(row.facts.tab) || button == QLatin1String(row.facts.button))
+            tools.push_back(row.facts.number);
+    std::sort(tools.begin(), tools.end());
+    return tools;
 }

@@ -59,6 +59,7 @@ void CHistoryManager::Reset() {
     m_pCurrentBitmap = Bitmap();
     m_pViewState.reset();
     m_ownFileNext = false;
+    m_owed.clear();
     m_saveNotice = {};
     m_readNotice = {};
     QFile::remove(m_originPath);
@@ -145,12 +146,52 @@ std::unique_ptr<CHistoryStep> CHistoryManager::CloneAt(int slot) const {
     return slot == -1 ? nullptr : m_ring[slot]->Clone();
 }
 
+void CHistoryManager::Owe(std::unique_ptr<CHistoryStep> step, Place place) {
+    if (!m_owed.empty() && m_owed.back().place == Place::AfterCurrent) m_owed.pop_back();
+    m_owed.push_back({std::move(step), place, ++m_lastStamp});
+}
+
+bool CHistoryManager::PayOwed() {
+    while (!m_owed.empty()) {
+        Owed& first = m_owed.front();
+        if (!(first.place == Place::OverCurrent ? PushOverCurrent(first.step) : PushStep(first.step))) return false;
+        m_stamps[m_current] = first.stamp;
+        m_owed.erase(m_owed.begin());
+    }
+    return true;
+}
+
+std::function<void()> CHistoryManager::Remember() {
+    auto then = std::make_shared<CHistoryManager>(m_tempDir);
+    const auto copy = [](CHistoryManager& to, const CHistoryManager& from) {
+        for (std::size_t slot = 0; slot < from.m_ring.size(); ++slot)
+            to.m_ring[slot] = from.m_ring[slot] ? from.m_ring[slot]->Clone() : nullptr;
+        to.m_owed.clear();
+        for (const Owed& owed : from.m_owed) {
+            to.m_owed.push_back({owed.step->Clone(), owed.place, owed.stamp});
+            to.m_owed.back().step->Image()->save = true;
+        }
+        to.m_pViewState = from.m_pViewState ? std::make_unique<CViewState>(*from.m_pViewState) : nullptr;
+        to.m_pCurrentBitmap = from.m_pCurrentBitmap;
+        to.m_stamps = from.m_stamps;
+        to.m_head = from.m_head;
+        to.m_tail = from.m_tail;
+        to.m_current = from.m_current;
+        to.m_count = from.m_count;
+        to.m_currentNo = from.m_currentNo;
+        to.m_ownFileNext = from.m_ownFileNext;
+    };
+    copy(*then, *this);
+    return [this, then, copy] { copy(*this, *then); };
+}
+
 void CHistoryManager::ReturnTo(const Mark& mark) {
     m_current = mark.current;
     m_currentNo = mark.currentNo;
 }
 
 bool CHistoryManager::IsOriginal() const {
+    if (Owes()) return false;
     if (m_current == -1 || (m_current == m_head && m_current == m_tail)) return true;
     const CHistoryStep& step = *m_ring[m_current];
     return step.Params().size() == 1 && step.Image() && step.GetImagePath() == m_originPath;
@@ -173,6 +214,7 @@ const std::vector<QString>& CHistoryManager::GetStepNames() {
 }
 
 std::uint64_t CHistoryManager::CurrentStamp() const {
+    if (Owes()) return m_owed.back().stamp;
     return m_current == -1 ? 0 : m_stamps[m_current];
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <QtCore/QString>
 #include <vector>
@@ -66,6 +67,16 @@ class CHistoryManager {
     // Replaces the step at m_head; false on an empty ring.
     bool PushOverHead(std::unique_ptr<CHistoryStep>& step);
 
+    // A tool was left and its last step, which holds its picture in memory, could not be written: the step is owed. The
+    // picture then counts as changed, and every commit and move first pays, which is to store the step where it
+    // belongs. A step that was to follow the current one gives way to the next that is owed, since no tool stands on
+    // it.
+    enum class Place { AfterCurrent, OverCurrent };
+    void Owe(std::unique_ptr<CHistoryStep> step, Place place);
+    bool Owes() const { return !m_owed.empty(); }
+    // True when nothing is owed any more.
+    bool PayOwed();
+
     // One step back or forward; false when there is none, and nothing moves.
     bool Undo();
     bool Redo();
@@ -79,6 +90,10 @@ class CHistoryManager {
     std::unique_ptr<CHistoryStep> CloneCurrent() const;
     std::unique_ptr<CHistoryStep> CloneHead() const;
 
+    // What puts the history back to this moment, for an act that fails half way. The act may have written one snapshot
+    // at most, since the file of a step that was dropped is free for the next but one. Valid as long as the history.
+    std::function<void()> Remember();
+
     // Where the history stands, to go back to when a move turns out to lead nowhere. Valid until the next push.
     struct Mark {
         int current;
@@ -87,7 +102,8 @@ class CHistoryManager {
     Mark Position() const { return {m_current, m_currentNo}; }
     void ReturnTo(const Mark& mark);
 
-    // True when the picture of the current step is the opened one: nothing done, or a step that only names origin.bin.
+    // True when the picture of the current step is the opened one: nothing done, or a step that only names origin.bin;
+    // and no step is owed.
     bool IsOriginal() const;
     // A step on origin.bin, named by ids_originalimage; null on an empty ring.
     std::unique_ptr<CHistoryStep> MakeRevertStep() const;
@@ -97,8 +113,8 @@ class CHistoryManager {
     // Names of the reachable steps from the oldest; row + 1 is the number for JumpTo.
     const std::vector<QString>& GetStepNames();
 
-    // A number that no other step of the session has: the same number means the same state of the history. 0 when
-    // empty.
+    // A number that no other step of the session has, owed ones included: the same number means the same state of the
+    // history. 0 when empty.
     std::uint64_t CurrentStamp() const;
 
     // The last committed picture, from which the next tool starts; null before the first.
@@ -153,8 +169,15 @@ class CHistoryManager {
     };
 
     std::array<std::uint64_t, RingSize> m_stamps{};
+    struct Owed {
+        std::unique_ptr<CHistoryStep> step;
+        Place place;
+        std::uint64_t stamp;
+    };
+
     std::uint64_t m_lastStamp = 0;
     bool m_ownFileNext = false;
+    std::vector<Owed> m_owed;
     Notice m_saveNotice;
     Notice m_readNotice;
 };

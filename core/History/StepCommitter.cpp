@@ -10,8 +10,7 @@ StepCommitter::StepCommitter(StepSource& source, StepStyle style, CHistoryManage
     : m_source(source), m_history(history), m_style(style) {}
 
 void StepCommitter::BeginVisit() {
-    m_stepOpen = false;
-    m_baseIsElsewhere = false;
+    m_visit = {};
 }
 
 CommitResult StepCommitter::Commit() {
@@ -19,16 +18,25 @@ CommitResult StepCommitter::Commit() {
 }
 
 CommitResult StepCommitter::Commit(Image image) {
-    if (image == Image::Working && m_stepOpen && m_source.IsRecorded()) return CommitResult::Nothing;
-    std::unique_ptr<CHistoryStep> step = m_source.BuildStep(image == Image::Final);
+    if (!m_history.PayOwed()) return CommitResult::Failed;
+    std::unique_ptr<CHistoryStep> step = Build(image);
     if (!step) return CommitResult::Nothing;
-    if (m_baseIsElsewhere && step->Image()) step->Image()->save = true;
-    const bool stored = m_stepOpen ? m_history.PushOverCurrent(step) : m_history.PushStep(step);
-    if (!stored) return CommitResult::Failed;
-    m_stepOpen = m_style == StepStyle::OnePerVisit;
-    m_baseIsElsewhere = m_stepOpen && image == Image::Final;
+    return Store(step, image) ? CommitResult::Committed : CommitResult::Failed;
+}
+
+std::unique_ptr<CHistoryStep> StepCommitter::Build(Image image) {
+    if (image == Image::Working && m_visit.stepOpen && m_source.IsRecorded()) return nullptr;
+    std::unique_ptr<CHistoryStep> step = m_source.BuildStep(image == Image::Final);
+    if (step && m_visit.baseIsElsewhere && step->Image()) step->Image()->save = true;
+    return step;
+}
+
+bool StepCommitter::Store(std::unique_ptr<CHistoryStep>& step, Image image) {
+    if (!(m_visit.stepOpen ? m_history.PushOverCurrent(step) : m_history.PushStep(step))) return false;
+    m_visit.stepOpen = m_style == StepStyle::OnePerVisit;
+    m_visit.baseIsElsewhere = m_visit.stepOpen && image == Image::Final;
     m_source.OnStepCommitted();
-    return CommitResult::Committed;
+    return true;
 }
 
 bool StepCommitter::Undo() {
@@ -38,6 +46,7 @@ bool StepCommitter::Undo() {
 }
 
 bool StepCommitter::Redo() {
+    if (m_history.Owes() || (m_source.HasWork() && !m_source.IsRecorded())) return Arrive(nullptr, {});
     const CHistoryManager::Mark before = m_history.Position();
     return Arrive(m_history.Redo() ? m_history.CloneCurrent() : nullptr, before);
 }
@@ -60,18 +69,28 @@ bool StepCommitter::Revert() {
     return m_history.PushStep(step);
 }
 
-bool StepCommitter::Leave() {
-    const CommitResult result = Commit(Image::Final);
-    return result == CommitResult::Nothing ? FinishHead() : result == CommitResult::Committed;
+StepCommitter::Left StepCommitter::Leave() {
+    using Place = CHistoryManager::Place;
+    m_history.PayOwed();
+    std::unique_ptr<CHistoryStep> step = Build(Image::Final);
+    if (step) {
+        if (m_history.Owes() || !Store(step, Image::Final))
+            m_history.Owe(std::move(step), m_visit.stepOpen ? Place::OverCurrent : Place::AfterCurrent);
+        return Left::AsShown;
+    }
+    if (!MayFinishHead()) return Left::AsShown;
+    FinishHead();
+    return Left::OnNewest;
 }
 
-bool StepCommitter::FinishHead() {
-    if (m_history.AtNewest()) return true;
-    std::unique_ptr<CHistoryStep> head = m_history.CloneHead();
-    if (!HoldsOwnRecords(*head)) return true;
-    if (!Load(std::move(head))) return false;
+bool StepCommitter::MayFinishHead() const {
+    return !m_history.AtNewest() && !m_history.Owes() && HoldsOwnRecords(*m_history.CloneHead());
+}
+
+void StepCommitter::FinishHead() {
+    if (!Load(m_history.CloneHead())) return;
     std::unique_ptr<CHistoryStep> finished = m_source.BuildStep(true);
-    return m_history.PushOverHead(finished);
+    m_history.PushOverHead(finished);
 }
 
 bool StepCommitter::HoldsOwnRecords(const CHistoryStep& step) const {
@@ -84,8 +103,7 @@ bool StepCommitter::Load(std::unique_ptr<CHistoryStep> step) {
     const bool loaded = m_source.LoadStep(std::move(step));
     m_history.NoteRead(loaded);
     if (!loaded) return false;
-    m_stepOpen = m_style == StepStyle::OnePerVisit && m_source.HasParameters();
-    m_baseIsElsewhere = false;
+    m_visit = {m_style == StepStyle::OnePerVisit && m_source.HasParameters(), false};
     return true;
 }
 

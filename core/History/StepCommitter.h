@@ -30,6 +30,8 @@ class StepSource {
     // Records of this GetType() are this tool's. Before the tool is left the newest step must hold none of them.
     virtual bool OwnsRecord(int type) const = 0;
 
+    // Work is in force that leaving, undo or revert records.
+    virtual bool HasWork() const = 0;
     // The step that the tool stands on holds exactly the present state: storing it once more would change nothing but
     // the state's stamp. A tool that can't tell says no.
     virtual bool IsRecorded() const { return false; }
@@ -53,9 +55,9 @@ enum class CommitResult {
 // The one home of push-or-overwrite, undo, redo, jump, revert and the rule for leaving a tool. A tool's logic object
 // owns one and states only what its steps hold (StepSource).
 //
-// A move never loses work: what is pending is committed first, and when that fails, or the snapshot moved onto can't be
-// read, history, picture and parameters stay where they were and the window layer finds a notice in
-// CHistoryManager::TakeFailureNotice.
+// A move never loses work: what is owed and what is pending is committed first, and when that fails, or the snapshot
+// moved onto can't be read, history, picture and parameters stay where they were and the window layer finds a notice in
+// CHistoryManager::TakeFailureNotice. Only Redo commits nothing, and therefore refuses while work is pending.
 //
 // On the main thread, except Leave, which runs on the worker of a tool change while the main thread stands in the modal
 // progress loop. The source and the manager must outlive the committer.
@@ -68,7 +70,8 @@ class StepCommitter {
 
     // Commits, then goes one step back. False when nothing moved: LoadStep(null) was called, or the move was refused.
     bool Undo();
-    // Goes one step forward, without a commit: where a step lies ahead the tool stands on a loaded one.
+    // Goes one step forward, without a commit. False, and nothing moves, while the tool holds what no step holds: a
+    // commit would cost the steps ahead, and going there the work.
     bool Redo();
     // Commits, then goes to the step that stood in this 0-based row of the history list before the commit.
     bool Jump(int row);
@@ -77,28 +80,39 @@ class StepCommitter {
     bool Revert();
 
     // For leaving the tool, after it handed over its result and view: commits the final image, so that the step can be
-    // read without this tool. With nothing pending, a newest step that still holds the tool's records (left ahead by
-    // undo) is loaded and overwritten by its final image; the tool then holds that step's picture, and shows another
-    // only after it is entered again. False when a snapshot could not be written or read.
-    bool Leave();
+    // read without this tool. A step that can't be written is owed by the history from then on. With nothing pending, a
+    // newest step that still holds the tool's records (left ahead by undo) is loaded and overwritten by its final
+    // image: the tool then holds that step's picture, and has to put back the one on show.
+    enum class Left { AsShown, OnNewest };
+    Left Leave();
 
     // The visit owns the current step: the next commit overwrites it.
-    bool StepOpen() const { return m_stepOpen; }
+    bool StepOpen() const { return m_visit.stepOpen; }
     // A new picture came into the tool from outside (entering, opening): the visit owns no step.
     void BeginVisit();
+
+    // What a committer knows of the visit, to be put back by an act that fails half way.
+    struct Visit {
+        bool stepOpen = false;
+        // A final image was committed and the tool stayed on: its base is not in the current step's file.
+        bool baseIsElsewhere = false;
+    };
+    const Visit& State() const { return m_visit; }
+    void SetState(const Visit& visit) { m_visit = visit; }
 
   private:
     enum class Image { Working, Final };
     CommitResult Commit(Image image);
+    std::unique_ptr<CHistoryStep> Build(Image image);
+    bool Store(std::unique_ptr<CHistoryStep>& step, Image image);
     bool Load(std::unique_ptr<CHistoryStep> step);
     bool Arrive(std::unique_ptr<CHistoryStep> step, const CHistoryManager::Mark& before);
-    bool FinishHead();
+    bool MayFinishHead() const;
+    void FinishHead();
     bool HoldsOwnRecords(const CHistoryStep& step) const;
 
     StepSource& m_source;
     CHistoryManager& m_history;
     const StepStyle m_style;
-    bool m_stepOpen = false;
-    // A final image was committed and the tool stayed on: its base is not in the current step's file.
-    bool m_baseIsElsewhere = false;
+    Visit m_visit;
 };

@@ -99,6 +99,10 @@ Bitmap Bitmap::Clone() const {
     return copy;
 }
 
+bool Bitmap::IsShared() const noexcept {
+    return m_block && m_block->users.load(std::memory_order_acquire) > 1;
+}
+
 void Bitmap::Fill(std::uint32_t argb) {
     if (!m_block) return;
     if (m_block->users.load(std::memory_order_acquire) != 1) *this = Uninitialised(m_width, m_height);

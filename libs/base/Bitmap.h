@@ -50,6 +50,9 @@ class Bitmap {
     // True when both are the very same pixels in memory (so that one costs no memory of its own).
     bool SharesPixelsWith(const Bitmap& other) const noexcept { return m_block == other.m_block; }
 
+    // True when another bitmap has these pixels too, so that a write would copy them first.
+    bool IsShared() const noexcept;
+
     // Sets every pixel to `argb` (0xAARRGGBB).
     void Fill(std::uint32_t argb);
 

@@ -17,6 +17,8 @@ constexpr std::size_t HugePage = std::size_t{2} << 20;
 // Below this the C library's own allocator is as good: its pages stay mapped.
 constexpr std::size_t LargeBlock = HugePage / 2;
 
+bool (*g_guard)(std::size_t bytes) = nullptr;
+
 std::size_t RoundUp(std::size_t bytes, std::size_t unit) {
     if (bytes > SIZE_MAX - unit) throw std::bad_alloc();
     return (bytes + unit - 1) / unit * unit;
@@ -76,6 +78,7 @@ std::uint8_t* WithHeader(std::uint8_t* base, std::size_t blockBytes) {
 }  // namespace
 
 std::uint8_t* Take(std::size_t bytes) {
+    if (g_guard && !g_guard(bytes)) throw std::bad_alloc();
     if (bytes < LargeBlock) return TakeFresh(RoundUp(bytes ? bytes : 1, 64), 64);
     const std::size_t rounded = RoundUp(RoundUp(bytes, 64) + HeaderBytes, HugePage);
     std::size_t blockBytes = rounded;
@@ -115,6 +118,10 @@ void Give(std::uint8_t* block, std::size_t bytes) noexcept {
             pool.kept.erase(pool.kept.begin());
         }
     }
+}
+
+void SetGuard(bool (*mayTake)(std::size_t bytes)) {
+    g_guard = mayTake;
 }
 
 void Trim() noexcept {

@@ -18,6 +18,10 @@ void Give(std::uint8_t* block, std::size_t bytes) noexcept;
 // Returns kept blocks to the system, for when a picture is closed.
 void Trim() noexcept;
 
+// For tests: asked before each block is given; its false is want of memory. Null asks nobody. Not while blocks
+// are taken on other threads.
+void SetGuard(bool (*mayTake)(std::size_t bytes));
+
 // Bytes kept for reuse at this moment, and the most that is ever kept.
 std::size_t KeptBytes() noexcept;
 constexpr std::size_t MaxKeptBytes = std::size_t{224} << 20;

@@ -54,14 +54,17 @@ class Pool {
         return *pool;
     }
 
-    void Offer(const std::shared_ptr<Loop>& loop, int helpers) {
-        {
-            const std::lock_guard guard(m_lock);
-            while (static_cast<int>(m_threads) < helpers) {
+    // Asks for help with a loop, which its caller works through in any case: where neither thread nor memory for the
+    // asking is to be had, with fewer helpers or none. Never throws, since what was asked may already be under way.
+    void Offer(const std::shared_ptr<Loop>& loop, int helpers) noexcept {
+        const std::lock_guard guard(m_lock);
+        try {
+            while (m_threads < helpers) {
                 std::thread([this] { Serve(); }).detach();
                 ++m_threads;
             }
             for (int i = 0; i < helpers; ++i) m_queue.push_back(loop);
+        } catch (const std::exception&) {
         }
         m_wake.notify_all();
     }

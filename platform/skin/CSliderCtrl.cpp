@@ -26,6 +26,10 @@ void CSliderCtrl::SetNeutral(int value) {
     update();
 }
 
+bool CSliderCtrl::HasNeutral() const {
+    return m_neutral >= minimum() && m_neutral <= maximum();
+}
+
 void CSliderCtrl::SetTrackColors(const QString& colors) {
     m_trackColors = colors;
     update();
@@ -96,7 +100,7 @@ void CSliderCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
     m_held = false;
     setSliderDown(false);
-    Settle(std::clamp(m_neutral, minimum(), maximum()));
+    if (HasNeutral()) Settle(m_neutral);
 }
 
 void CSliderCtrl::keyPressEvent(QKeyEvent* event) {
@@ -124,7 +128,7 @@ void CSliderCtrl::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_Delete:
         case Qt::Key_Backspace:
-            target = m_neutral;
+            if (HasNeutral()) target = m_neutral;
             break;
         default:
             event->ignore();

@@ -6,7 +6,8 @@
 // The slider of all panels: a thin track that fills from the slider's neutral point, so that its distance from "no
 // change" shows. A press anywhere on it takes the handle there; a double click goes back to neutral.
 //
-// Skin properties: `neutral` (int, default 0; where the fill starts and a double click returns to), `trackColors`
+// Skin properties: `neutral` (int, default 0; where the fill starts and a double click returns to; outside of the range
+// there is none, and the fill starts at its end), `trackColors`
 // (text, colours separated by blanks: a gradient track without a fill).
 class CSliderCtrl : public QSlider {
     Q_OBJECT
@@ -17,6 +18,7 @@ class CSliderCtrl : public QSlider {
     explicit CSliderCtrl(QWidget* parent = nullptr);
 
     int Neutral() const { return m_neutral; }
+    bool HasNeutral() const;
     void SetNeutral(int value);
     QString TrackColors() const { return m_trackColors; }
     void SetTrackColors(const QString& colors);

@@ -31,19 +31,26 @@ class RecordingHost : public ToolHost {
     }
     const tag_ImageInfo* ImageInfo() const override { return info; }
     void UpdateSizeText() override { log.push_back(QStringLiteral("size text")); }
+    void Tell(const QString& key) override { log.push_back(QStringLiteral("tell ") + key); }
     void SendFrame(const FrameMessage& message) override {
         messages.push_back(message);
         std::visit([this](const auto& m) { log.push_back(QStringLiteral("message %1").arg(m.Number, 0, 16)); },
                    message);
     }
 
-    // Values of the view notifications with this code.
-    std::vector<int> Notified(int code) const {
-        std::vector<int> values;
+    // What a canvas told of one kind.
+    template <class Kind>
+    std::vector<Kind> News() const {
+        std::vector<Kind> news;
         for (const FrameMessage& message : messages)
-            if (const auto* view = std::get_if<ViewNotifyMessage>(&message); view && view->code == code)
-                values.push_back(view->value);
-        return values;
+            if (const auto* view = std::get_if<ViewNotifyMessage>(&message))
+                if (const auto* told = std::get_if<Kind>(&view->news)) news.push_back(*told);
+        return news;
+    }
+    std::vector<int> Zooms() const {
+        std::vector<int> percents;
+        for (const ZoomNews& news : News<ZoomNews>()) percents.push_back(news.percent);
+        return percents;
     }
     template <class Message>
     int Count() const {

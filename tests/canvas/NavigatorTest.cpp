@@ -45,6 +45,34 @@ TEST(Navigator, StaysInTheCornerWhenTheClientGrows) {
     EXPECT_EQ(shown.Navigator().pos(), QPoint(500 - 187, 420 - 216));
 }
 
+TEST(Navigator, ItsHeldFrameHoldsUpAllOtherInput) {
+    Shown shown;
+    CImageNavigateCtrl& navigator = shown.Navigator();
+    EXPECT_FALSE(shown.tool.tool.IsStrokeHeld());
+    QTest::mousePress(&navigator, Qt::LeftButton, {}, shown.FrameCentre());
+    EXPECT_TRUE(shown.tool.tool.IsStrokeHeld());
+    const ViewGeometry before = shown.tool.tool.Geometry();
+    SendWheel(shown.tool.tool, {50, 50}, 120);
+    EXPECT_EQ(shown.tool.tool.Geometry(), before);
+    QTest::mouseRelease(&navigator, Qt::LeftButton, {}, shown.FrameCentre());
+    EXPECT_FALSE(shown.tool.tool.IsStrokeHeld());
+}
+
+TEST(Navigator, ADragIsOverWhenItsReleaseGetsLost) {
+    for (const QEvent::Type loss : {QEvent::WindowBlocked, QEvent::WindowDeactivate, QEvent::UngrabMouse}) {
+        Shown shown;
+        CImageNavigateCtrl& navigator = shown.Navigator();
+        QSignalSpy dragged(&navigator, &CImageNavigateCtrl::FrameDragged);
+        QTest::mousePress(&navigator, Qt::LeftButton, {}, shown.FrameCentre());
+        QTest::mouseMove(&navigator, shown.FrameCentre() + QPoint(5, 3));
+        QEvent event(loss);
+        QCoreApplication::sendEvent(&navigator, &event);
+        EXPECT_FALSE(navigator.IsDragging());
+        EXPECT_EQ(dragged.count(), 1) << "the view is drawn well again";
+        EXPECT_FALSE(shown.tool.tool.IsStrokeHeld());
+    }
+}
+
 TEST(Navigator, FramesTheVisiblePart) {
     Shown shown;
     const QRectF source = shown.tool.tool.Geometry().ImageRect();

@@ -13,21 +13,19 @@ namespace {
 class HalvingWnd : public CPictureWnd {
   public:
     HalvingWnd(ToolHost& host, CHistoryManager& history)
-        : CPictureWnd(host, 9, QStringLiteral("8880299"), nullptr), logic(history) {
-        Geometry() = logic.Geometry();
-    }
+        : CPictureWnd(host, HalvingTool, logic, nullptr), logic(history) {}
     void Halve() {
-        logic.Halve();
-        logic.CommitStep();
-        TakeUpPicture();
+        Perform([this] {
+            logic.Halve();
+            logic.CommitStep();
+            return true;
+        });
     }
     HalvingLogic logic;
-    int taken = 0, moved = 0;
+    int taken = 0;
 
   protected:
-    CanvasLogic& PictureLogic() override { return logic; }
     void OnPictureTaken() override { ++taken; }
-    void OnHistoryMoved() override { ++moved; }
 };
 
 struct PictureWndTest : testing::Test, OpenedHistory {
@@ -85,8 +83,9 @@ TEST_F(PictureWndTest, MovesInTheHistoryAreTakenUpPaintedAndTold) {
     canvas->OnUndo();
     EXPECT_EQ(Size(), QSize(1600, 300));
     EXPECT_EQ(canvas->taken, 1);
-    EXPECT_EQ(canvas->moved, 1);
-    EXPECT_EQ(host.Notified(0).size(), 1u);  // another size, another fit
+    EXPECT_EQ(host.News<ZoomNews>().size(), 1u);  // another size, another fit
+    EXPECT_EQ(host.News<SizeNews>().size(), 1u);
+    EXPECT_EQ(host.News<HistoryNews>().size(), 1u);
     canvas->OnRedo();
     EXPECT_EQ(Size(), QSize(800, 300));
     canvas->OnHistoryJump(0);
@@ -94,7 +93,7 @@ TEST_F(PictureWndTest, MovesInTheHistoryAreTakenUpPaintedAndTold) {
     canvas->OnHistoryJump(1);
     canvas->OnRevert();
     EXPECT_EQ(Size(), QSize(1600, 300));
-    EXPECT_EQ(canvas->moved, 5);
+    EXPECT_EQ(canvas->taken, 5);
 }
 
 TEST_F(PictureWndTest, TheNextCanvasTakesUpPictureZoomAndPan) {

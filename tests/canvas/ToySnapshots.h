@@ -10,14 +10,24 @@
 #include "TestHome.h"
 #include "TestPictures.h"
 
+inline constexpr ToolFacts HalvingTool{9, SectionBasic, "", "", "", "", "ids_caijian", "8880299"};
+
 // The smallest tool with snapshots: it keeps the left half of the picture.
 class HalvingLogic : public SnapshotLogic {
   public:
-    explicit HalvingLogic(CHistoryManager& history) : SnapshotLogic(QStringLiteral("ids_caijian"), history) {}
+    explicit HalvingLogic(CHistoryManager& history) : SnapshotLogic(HalvingTool, history) {}
     void Halve() {
-        const Bitmap whole = RenderResult();
-        Replace(PC_Dsp::Clone(whole, 0, 0, whole.Width() / 2, whole.Height()));
+        Whole([this] {
+            const Bitmap whole = RenderResult();
+            Replace(PC_Dsp::Clone(whole, 0, 0, whole.Width() / 2, whole.Height()));
+            return true;
+        });
     }
+    // Takes other pixels of the same size without drawing them.
+    void Exchange(const Bitmap& picture) { TakeSource(picture); }
+    using SnapshotLogic::Replace;
+    using SnapshotLogic::ShowPart;
+    using SnapshotLogic::ShowStandIn;
     int sources = 0;
 
   protected:

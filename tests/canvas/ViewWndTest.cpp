@@ -89,7 +89,7 @@ TEST(CanvasZoom, EachRequestPaintsAndTellsTheFrameThePercent) {
     shown.tool.ZoomActualSize();
     shown.tool.ZoomToPercent(250);
     shown.tool.ZoomFit();
-    EXPECT_EQ(shown.host.Notified(0), (std::vector<int>{110, 100, 90, 100, 250, 100}));
+    EXPECT_EQ(shown.host.Zooms(), (std::vector<int>{110, 100, 90, 100, 250, 100}));
     EXPECT_EQ(shown.tool.GetZoom(), 1.0);
 }
 
@@ -105,8 +105,8 @@ TEST(CanvasZoom, FitOfASmallPictureIsActualSize) {
 TEST(CanvasZoom, TellsAZoomBelowTwentyPercentAsItIs) {
     ShownTool shown(Plain(6000, 400, 0xFF102030), {600, 400});
     shown.tool.ZoomFit();
-    EXPECT_EQ(shown.host.Notified(0).back(), shown.tool.Geometry().ZoomPercent());
-    EXPECT_LT(shown.host.Notified(0).back(), 20);
+    EXPECT_EQ(shown.host.Zooms().back(), shown.tool.Geometry().ZoomPercent());
+    EXPECT_LT(shown.host.Zooms().back(), 20);
 }
 
 TEST(CanvasZoom, WithoutAPictureNothingIsTold) {
@@ -127,24 +127,24 @@ TEST(CanvasWheel, ZoomsAroundTheCursor) {
     const QPoint at(300, 60);
     const QPointF under = shown.tool.Geometry().ToImage(shown.tool.Physical(at));
     SendWheel(shown.tool, at, 120);
-    EXPECT_EQ(shown.host.Notified(0).back(), 110);
+    EXPECT_EQ(shown.host.Zooms().back(), 110);
     const QPointF moved = shown.tool.Geometry().ToClient(under) - shown.tool.Physical(at);
     EXPECT_LE(std::abs(moved.x()), 1.0);
     EXPECT_LE(std::abs(moved.y()), 1.0);
     SendWheel(shown.tool, at, -120);
-    EXPECT_EQ(shown.host.Notified(0).back(), 100);
+    EXPECT_EQ(shown.host.Zooms().back(), 100);
 }
 
 TEST(CanvasWheel, AddsUpThePartsOfATurn) {
     ShownTool shown(Noise(300, 200, 1), {400, 300});
     for (int i = 0; i < 7; ++i) SendWheel(shown.tool, {100, 100}, 15);
-    EXPECT_TRUE(shown.host.Notified(0).empty());
+    EXPECT_TRUE(shown.host.Zooms().empty());
     SendWheel(shown.tool, {100, 100}, 15);
-    EXPECT_EQ(shown.host.Notified(0), std::vector<int>{110});
+    EXPECT_EQ(shown.host.Zooms(), std::vector<int>{110});
     // A turn back starts anew, and two turns in one event are two steps.
     SendWheel(shown.tool, {100, 100}, 100);
     SendWheel(shown.tool, {100, 100}, -240);
-    EXPECT_EQ(shown.host.Notified(0).back(), 90);
+    EXPECT_EQ(shown.host.Zooms().back(), 90);
 }
 
 TEST(CanvasWheel, DoesNothingWhileTheWorkAreaIsBusy) {
@@ -163,7 +163,7 @@ TEST(CanvasPinch, ANativeGestureScalesAroundItsPoint) {
                               shown.tool.mapToGlobal(at), 0.25, QPointF());
     QCoreApplication::sendEvent(&shown.tool, &pinch);
     EXPECT_DOUBLE_EQ(shown.tool.Geometry().Zoom(), 1.25);
-    EXPECT_EQ(shown.host.Notified(0).back(), 125);
+    EXPECT_EQ(shown.host.Zooms().back(), 125);
     const QPointF moved = shown.tool.Geometry().ToClient(under) - shown.tool.Physical(at);
     EXPECT_LE(std::abs(moved.x()), 1.0);
     EXPECT_LE(std::abs(moved.y()), 1.0);
@@ -215,7 +215,7 @@ TEST(CanvasPan, DraggingMovesThePictureByTheMousesDelta) {
     EXPECT_EQ(shown.tool.panned, 4);
     EXPECT_EQ(shown.tool.settled, settled + 1);
     EXPECT_FALSE(shown.tool.IsStrokeHeld());
-    EXPECT_TRUE(shown.host.Notified(0).size() == 1) << "a pan tells no zoom";
+    EXPECT_TRUE(shown.host.Zooms().size() == 1) << "a pan tells no zoom";
 }
 
 TEST(CanvasPan, StopsAtThePicturesEdge) {
@@ -286,7 +286,7 @@ TEST(CanvasLayout, ANewSizeFitsOnlyAViewAtFit) {
     shown.tool.Place({50, 50, 600, 450});
     EXPECT_GT(shown.tool.Geometry().Zoom(), fit);
     EXPECT_TRUE(shown.tool.Geometry().AtFit());
-    EXPECT_EQ(shown.host.Notified(0).size(), 1u);
+    EXPECT_EQ(shown.host.Zooms().size(), 1u);
     shown.tool.ZoomActualSize();
     shown.tool.Place({50, 50, 400, 300});
     EXPECT_EQ(shown.tool.Geometry().Zoom(), 1.0);
@@ -330,7 +330,7 @@ TEST(CanvasThreads, APictureMayComeFromAWorker) {
     worker.join();
     QCoreApplication::processEvents();
     EXPECT_EQ(shown.Grab().pixel(shown.tool.Geometry().ScreenRect().center()), 0xFF3366CC);
-    EXPECT_EQ(shown.host.Notified(0), std::vector<int>{100});
+    EXPECT_EQ(shown.host.Zooms(), std::vector<int>{100});
 }
 
 TEST(CanvasThreads, AMessageForACanvasThatIsGoneIsDropped) {
@@ -376,11 +376,11 @@ TEST(CanvasBase, HasTheDefaultsOfAToolWithoutAView) {
     bare.ZoomFit();
     bare.OnHistoryJump(3);
     EXPECT_TRUE(host.messages.empty());
-    bare.NotifyView(4, 11);
-    const auto& told = std::get<ViewNotifyMessage>(host.messages.at(0));
-    EXPECT_EQ(told.tool, 3);
-    EXPECT_EQ(told.code, 4);
-    EXPECT_EQ(told.value, 11);
+    bare.NotifyView(PanelNews(11));
+    EXPECT_EQ(std::get<ViewNotifyMessage>(host.messages.at(0)).tool, 3);
+    ASSERT_TRUE(PanelNewsOf<int>(host.messages.at(0)));
+    EXPECT_EQ(*PanelNewsOf<int>(host.messages.at(0)), 11);
+    EXPECT_FALSE(PanelNewsOf<double>(host.messages.at(0)));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ using namespace HistorySteps;
 namespace {
 
 std::unique_ptr<CUndoRedoParams> Basic(int order, int brightness = 0) {
-    auto record = std::make_unique<BasicAdjustParams>();
+    auto record = std::make_unique<SampleParams>();
     record->order = order;
     record->Brightness = brightness;
     return record;
@@ -47,7 +47,7 @@ TEST(HistoryStep, CloneHasTheNameAndAnOwnCloneOfEachRecord) {
     EXPECT_EQ(clone->GetName(), step->GetName());
     ASSERT_EQ(clone->Params().size(), 2u);
     EXPECT_NE(clone->Params()[1].get(), step->Params()[1].get());
-    EXPECT_EQ(RecordAs<BasicAdjustParams>(*clone->Params()[1])->Brightness, 7);
+    EXPECT_EQ(RecordAs<SampleParams>(*clone->Params()[1])->Brightness, 7);
 }
 
 TEST(HistoryStep, NameIsTheLanguageFilesText) {

@@ -19,7 +19,7 @@ std::unique_ptr<CHistoryStep> Snapshot(const Bitmap& picture) {
 std::unique_ptr<CHistoryStep> Parameters(const Bitmap& base, int brightness) {
     std::unique_ptr<CHistoryStep> step = Snapshot(base);
     step->Image()->save = false;
-    auto basic = std::make_unique<BasicAdjustParams>();
+    auto basic = std::make_unique<SampleParams>();
     basic->order = 1;
     basic->Brightness = brightness;
     step->AddParams(std::move(basic));

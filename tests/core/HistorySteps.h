@@ -4,13 +4,17 @@
 #include <memory>
 #include <QtCore/QString>
 
-#include "AdjustParams.h"
 #include "CHistoryManager.h"
 #include "CHistoryStep.h"
 #include "ImageParams.h"
 #include "TestPictures.h"
 
 // Steps and a history for tests: two by two pixels of one colour each, so that a picture is named by a number.
+// The record of a tool that there is only here.
+struct SampleParams : ParamsOf<SampleParams, 102> {
+    int Brightness = 0;
+};
+
 namespace HistorySteps {
 
 inline Bitmap Colour(std::uint32_t number) {

@@ -18,27 +18,30 @@ class ToyTool : public StepSource {
     void Slide(int to) {
         value = to;
         modified = true;
+        recorded = false;
     }
     // Folds the slider into the base, as touching another group of sliders does.
     void Bake() {
         base = Result();
         value = 0;
         baked = modified = true;
+        recorded = false;
     }
     bool Leave() {
         m_history.SetCurrentBitmap(HistorySteps::Colour(static_cast<std::uint32_t>(Result())));
-        return committer.Leave();
+        committer.Leave();
+        return !m_history.Owes();
     }
 
     std::unique_ptr<CHistoryStep> BuildStep(bool finalImage) override {
-        if (!modified || !(committer.StepOpen() || baked || value != 0)) return nullptr;
+        if (!HasWork()) return nullptr;
         const bool snapshot = finalImage || m_style == StepStyle::OnePerCommit;
         auto step =
             HistorySteps::Snapshot(HistorySteps::Colour(static_cast<std::uint32_t>(snapshot ? Result() : base)));
         if (snapshot) return step;
         step->Image()->save = baked;
         if (value == 0) return step;
-        auto record = std::make_unique<BasicAdjustParams>();
+        auto record = std::make_unique<SampleParams>();
         record->order = 1;
         record->Brightness = value;
         step->AddParams(std::move(record));
@@ -57,16 +60,20 @@ class ToyTool : public StepSource {
         }
         value = 0;
         for (const auto& record : step->Params())
-            if (const auto* basic = RecordAs<BasicAdjustParams>(*record)) value = basic->Brightness;
+            if (const auto* basic = RecordAs<SampleParams>(*record)) value = basic->Brightness;
         modified = value != 0;
         baked = false;
+        recorded = true;
         return true;
     }
 
+    bool HasWork() const override { return modified && (committer.StepOpen() || baked || value != 0); }
+    bool IsRecorded() const override { return recorded; }
     bool HasParameters() const override { return value != 0; }
-    bool OwnsRecord(int type) const override { return type == BasicAdjustParams::Type; }
+    bool OwnsRecord(int type) const override { return type == SampleParams::Type; }
     void OnStepCommitted() override {
         baked = false;
+        recorded = true;
         if (m_style == StepStyle::OnePerCommit) {
             base = Result();
             value = 0;
@@ -79,6 +86,7 @@ class ToyTool : public StepSource {
     int value = 0;
     bool modified = false;
     bool baked = false;
+    bool recorded = false;
     int loads = 0;
 
   private:

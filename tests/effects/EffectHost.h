@@ -7,11 +7,11 @@
 
 #include "AppPaths.h"
 #include "CEffectListView.h"
+#include "CEffectWnd.h"
 #include "CSetAlphaWnd.h"
 #include "CSliderCtrl.h"
 #include "CTeXiaoPanel.h"
 #include "EffectCatalogue.h"
-#include "EffectWnd.h"
 #include "Messages.h"
 #include "Style.h"
 #include "ToolTestHost.h"
@@ -31,12 +31,12 @@ class EffectHost : private StyledProgram, public ToolTestHost<CEffectWnd, CTeXia
 
     // Opens a picture as the work area does.
     void Open(const Bitmap& picture) {
-        panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::ToolNumber});
+        panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::Facts.number});
         ToolTestHost::Open(picture);
     }
     // Leaves the tool for another one, and comes back.
     void Leave() {
-        panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::ToolNumber});
+        panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::Facts.number});
         canvas->OnApply();
         canvas = nullptr;
         tool = 1;
@@ -45,7 +45,7 @@ class EffectHost : private StyledProgram, public ToolTestHost<CEffectWnd, CTeXia
         NewCanvas();
         ASSERT_TRUE(canvas->OnEnter());
         canvas->OnImageReady();
-        tool = CEffectWnd::ToolNumber;
+        tool = CEffectWnd::Facts.number;
         panel->OnFrameMessage(RefreshPanelMessage{tool});
     }
     // A move in the history as the bar makes it.
@@ -94,6 +94,6 @@ class EffectHost : private StyledProgram, public ToolTestHost<CEffectWnd, CTeXia
   protected:
     bool PanelHears(const FrameMessage& message) const override {
         EXPECT_TRUE(OnMainThread());
-        return std::holds_alternative<HandOffMessage>(message);
+        return std::holds_alternative<HandOffMessage>(message) || ToolTestHost::PanelHears(message);
     }
 };

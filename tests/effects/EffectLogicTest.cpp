@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "EffectLogic.h"
+#include "CEffectLogic.h"
 
 #include <gtest/gtest.h>
 
@@ -200,7 +200,8 @@ TEST_F(EffectLogic, AStepOfAnotherToolIsShownAsItsSnapshot) {
     image->image = Effect(picture, 9);
     image->save = true;
     step->AddParams(std::move(image));
-    auto other = std::make_unique<FrameParams>();
+    struct Foreign : ParamsOf<Foreign, 77> {};
+    auto other = std::make_unique<Foreign>();
     other->order = 1;
     step->AddParams(std::move(other));
     ASSERT_TRUE(history.PushStep(step));

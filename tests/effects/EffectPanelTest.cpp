@@ -61,23 +61,22 @@ TEST_F(EffectPanel, EveryCategoryFillsWithItsEffects) {
         ASSERT_TRUE(host.WaitLoaded(category));
         EXPECT_EQ(Page(), category - 1);
         EXPECT_EQ(Names(category), Promised(category));
-        EXPECT_EQ(host.canvas->Category(), category);
-        EXPECT_EQ(host.canvas->CategoryList(), EffectsOfCategory(category));
     }
 }
 
 TEST_F(EffectPanel, ARowIsTheEffectOnAPieceOfThePicture) {
     const double scale = host.canvas->PixelRatio();
-    EXPECT_EQ(host.canvas->ThumbnailBase().Width(), int(70 * scale));
-    EXPECT_EQ(host.canvas->ThumbnailBase().Height(), int(96 * scale));
+    const Bitmap base = host.canvas->ThumbnailBase(CLookListPanel::ThumbnailSize, scale);
+    EXPECT_EQ(base.Width(), int(70 * scale));
+    EXPECT_EQ(base.Height(), int(96 * scale));
     int rows = 0;
     for (const FrameMessage& message : host.messages) {
         const auto* row = std::get_if<HandOffMessage>(&message);
         if (!row) continue;
-        EXPECT_EQ(row->kind, 2);
+        EXPECT_EQ(row->tool, CEffectWnd::Facts.number);
         EXPECT_EQ(row->value, rows++) << "rows come in order";
         EXPECT_EQ(row->colour, GetEffectInfo(row->value).Colour);
-        EXPECT_TRUE(row->thumbnail == EffectHost::Effect(host.canvas->ThumbnailBase(), row->value));
+        EXPECT_TRUE(row->thumbnail == EffectHost::Effect(base, row->value));
         EXPECT_TRUE(row->background.endsWith(QStringLiteral("/film/%1.png' dest='0,0,70,96' ").arg(rows)))
             << row->background.toStdString();
     }
@@ -92,7 +91,8 @@ TEST_F(EffectPanel, CoversAreWrittenAndShownOnTheButtons) {
         EXPECT_EQ(cover.size(), QSize(47, 47)) << Covers[i];
         EXPECT_EQ(host.Button(Buttons[i])->property("bkimage").toString(),
                   QStringLiteral("file='%1' dest='12,5,59,52' ").arg(path));
-        const Bitmap expected = EffectHost::Effect(host.canvas->BuildCoverBase(1.0), FindCategory(i + 1)->coverIndex);
+        const Bitmap expected = EffectHost::Effect(host.canvas->ThumbnailBase(CLookListPanel::CoverSize, 1.0),
+                                                   FindCategory(i + 1)->coverIndex);
         EXPECT_LE(std::abs(qGray(cover.pixel(23, 23)) - qGray(ViewOf(expected).pixel(23, 23))), 12) << Covers[i];
     }
 }
@@ -153,13 +153,13 @@ TEST_F(EffectPanel, ACategoryCountsItsClickWhenItIsChosen) {
 
 TEST_F(EffectPanel, AStoppedFillIsNotLoadedAndItsRowsAreDropped) {
     host.Click("BtnPola");
-    host.panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::ToolNumber});
+    host.panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::Facts.number});
     const int rows = host.List(2)->count();
     QTest::qWait(100);
     EXPECT_EQ(host.List(2)->count(), rows) << "what was under way is dropped";
     EXPECT_FALSE(host.panel->IsLoaded(2));
     // The opening came to nothing: the panel goes on, and a fill begins with the flag cleared.
-    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::ToolNumber});
+    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::Facts.number});
     ASSERT_TRUE(host.WaitLoaded(1));
     host.Click("BtnPola");
     ASSERT_TRUE(host.WaitLoaded(2));
@@ -186,9 +186,35 @@ TEST_F(EffectPanel, ChangingTheCategoryAtOnceStillMakesTheCovers) {
     for (const char* cover : Covers) EXPECT_TRUE(QFile::exists(EffectHost::CoverPath(cover))) << cover;
 }
 
+TEST_F(EffectPanel, AFailedOpenFillsItsRowsFromTheSourceAgain) {
+    const Bitmap base = host.canvas->ThumbnailBase(CLookListPanel::ThumbnailSize, host.canvas->PixelRatio());
+    host.Choose(1, 3);
+    host.messages.clear();
+    host.panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::Facts.number});
+    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::Facts.number});
+    ASSERT_TRUE(host.WaitLoaded(1));
+    int rows = 0;
+    for (const FrameMessage& message : host.messages)
+        if (const auto* row = std::get_if<HandOffMessage>(&message)) {
+            ++rows;
+            EXPECT_TRUE(row->thumbnail == EffectHost::Effect(base, row->value)) << "not effect over effect";
+        }
+    EXPECT_EQ(rows, 8);
+    EXPECT_EQ(host.Selected(1), 3);
+}
+
+TEST_F(EffectPanel, TheStrengthWindowGoesWithItsPanel) {
+    host.Choose(1, 3);
+    const QPointer<QWidget> strength = host.panel->Strength();
+    ASSERT_TRUE(strength);
+    delete host.panel;
+    EXPECT_FALSE(strength) << "it would call a panel that is gone";
+    host.panel = new CTeXiaoPanel(host, &host.frame);
+}
+
 TEST_F(EffectPanel, ARowOfAnOlderFillIsDropped) {
     HandOffMessage stale;
-    stale.kind = HandOffMessage::EffectList;
+    stale.tool = CEffectWnd::Facts.number;
     stale.list = 1;
     stale.text = QStringLiteral("stale");
     host.panel->OnFrameMessage(stale);
@@ -217,7 +243,7 @@ TEST_F(EffectPanel, RowsAreReachedByTheKeyboard) {
     QTest::keyClick(list, Qt::Key_Right);
     QTest::keyClick(list, Qt::Key_Down);
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(host.canvas->EffectIndex(), 4);
+    EXPECT_EQ(host.canvas->Look(), 4);
     EXPECT_EQ(host.Selected(1), 4);
 }
 
@@ -252,7 +278,7 @@ TEST_F(EffectPanel, TheUsersCategoryShowsOnlyWithLooks) {
         ASSERT_EQ(mine.List(UserCategory)->count(), 1);
         EXPECT_EQ(mine.List(UserCategory)->Row(0)->Name(), QStringLiteral("My look"));
         mine.Choose(UserCategory, 0);
-        EXPECT_EQ(mine.canvas->EffectIndex(), 50);
+        EXPECT_EQ(mine.canvas->Look(), 50);
         EXPECT_TRUE(mine.canvas->GetShowBitmap() == EffectHost::Effect(picture, 50));
         EXPECT_EQ(QImage(EffectHost::CoverPath("User.jpg")).size(), QSize(47, 47));
     }

@@ -78,9 +78,9 @@ TEST_F(EffectUndo, EnteringShowsNoEffectSinceLeavingBakedIt) {
 
 // The opening of another picture failed: the panel was told to stop, and then to go on.
 TEST_F(EffectUndo, AnOpeningThatCameToNothingBringsStrengthAndRowBack) {
-    host.panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::ToolNumber});
+    host.panel->OnFrameMessage(LeavingToolMessage{CEffectWnd::Facts.number});
     EXPECT_FALSE(host.IsStrengthShown());
-    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::ToolNumber});
+    host.panel->OnFrameMessage(RefreshPanelMessage{CEffectWnd::Facts.number});
     ASSERT_TRUE(host.WaitLoaded(1));
     ExpectEffect(1, 3, strength);
 }

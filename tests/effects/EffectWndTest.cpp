@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "EffectWnd.h"
+#include "CEffectWnd.h"
 
 #include <QtCore/QTimer>
 
@@ -8,8 +8,6 @@
 #include "EffectHost.h"
 
 namespace {
-
-constexpr int HistoryCode = 5;
 
 class EffectCanvas : public testing::Test {
   protected:
@@ -32,12 +30,12 @@ class EffectCanvas : public testing::Test {
 TEST_F(EffectCanvas, ChoosingARowAppliesItsEffect) {
     host.compareMode = 1;
     host.Choose(1, 3);
-    EXPECT_EQ(host.canvas->EffectIndex(), 3);
+    EXPECT_EQ(host.canvas->Look(), 3);
     EXPECT_TRUE(host.canvas->GetShowBitmap() == EffectHost::Effect(picture, 3));
     EXPECT_TRUE(Shown() == EffectHost::Effect(picture, 3));
     EXPECT_EQ(host.Selected(1), 3);
     EXPECT_EQ(host.tasks, 1);
-    EXPECT_EQ(host.Sent(HistoryCode), 1);
+    EXPECT_EQ(host.Sent<HistoryNews>(), 1);
     EXPECT_EQ(host.compareMode, 0);
     EXPECT_EQ(host.history.m_count, 2);
 }
@@ -56,7 +54,7 @@ TEST_F(EffectCanvas, ASecondEffectReplacesTheFirstAlsoFromAnotherCategory) {
     host.Click("BtnLomo");
     ASSERT_TRUE(host.WaitLoaded(4));
     host.Choose(4, 1);
-    EXPECT_EQ(host.canvas->EffectIndex(), 16);
+    EXPECT_EQ(host.canvas->Look(), 16);
     EXPECT_TRUE(host.canvas->GetShowBitmap() == EffectHost::Effect(picture, 16));
     EXPECT_EQ(host.Selected(4), 1);
     EXPECT_EQ(host.Selected(1), -1) << "the other lists lose their selection";
@@ -107,14 +105,14 @@ TEST_F(EffectCanvas, ACancelledEffectPutsBackEffectStrengthAndRow) {
     host.messages.clear();
     host.cancelAt = 0.0f;
     host.Choose(1, 6);
-    EXPECT_EQ(host.canvas->EffectIndex(), 3);
+    EXPECT_EQ(host.canvas->Look(), 3);
     EXPECT_EQ(host.canvas->Alpha(), 30);
     EXPECT_EQ(host.Selected(1), 3);
     EXPECT_EQ(host.panel->Strength()->Value(), 30);
     EXPECT_TRUE(host.IsStrengthShown());
     EXPECT_TRUE(host.canvas->GetShowBitmap() == result);
     EXPECT_TRUE(Shown() == shown);
-    EXPECT_EQ(host.Sent(HistoryCode), 0);
+    EXPECT_EQ(host.Sent<HistoryNews>(), 0);
 }
 
 TEST_F(EffectCanvas, ACancelledFirstEffectLeavesNothingSelected) {
@@ -197,7 +195,7 @@ TEST_F(EffectCanvas, AnEffectMayBeChosenWhileItsCategoryFills) {
     host.Click("BtnFade");
     ASSERT_TRUE(QTest::qWaitFor([&] { return host.List(5)->count() > 0; }));
     host.Choose(5, 0);
-    EXPECT_EQ(host.canvas->EffectIndex(), 30);
+    EXPECT_EQ(host.canvas->Look(), 30);
     ASSERT_TRUE(host.WaitLoaded(5));
     EXPECT_EQ(host.Selected(5), 0);
     EXPECT_EQ(host.List(5)->count(), 6);

@@ -25,17 +25,21 @@ constexpr std::string_view LibraryWayOut =
     "a library knows nothing of the program: take what is needed as an argument and report through CObjProgress";
 constexpr std::string_view ToolWayOut =
     "a tool talks upward through ToolHost and FrameMessages.h; what two tools share belongs to canvas or core";
+constexpr std::string_view BeautyWayOut =
+    "what the beauty tools share knows none of them: let the tool say it in a virtual";
 
 // The table of layers, from the top. Longer folder names stand before the shorter ones that contain them.
 constexpr std::array Layers{
-    Layer{"app", 9, Widgets::Allowed, ""},
-    Layer{"save", 8, Widgets::Allowed,
+    Layer{"app", 10, Widgets::Allowed, ""},
+    Layer{"save", 9, Widgets::Allowed,
           "save takes what it needs from its caller: a value or a callback in SaveRequest"},
-    Layer{"tools", 7, Widgets::Allowed, ToolWayOut},
-    Layer{"effects", 7, Widgets::Allowed, ToolWayOut},
-    Layer{"frames", 7, Widgets::Allowed, ToolWayOut},
-    Layer{"beauty", 7, Widgets::Allowed, ToolWayOut},
-    Layer{"text", 7, Widgets::Allowed, ToolWayOut},
+    Layer{"tools", 8, Widgets::Allowed, ToolWayOut},
+    Layer{"effects", 8, Widgets::Allowed, ToolWayOut},
+    Layer{"frames", 8, Widgets::Allowed, ToolWayOut},
+    Layer{"beauty/BrushLogic", 7, Widgets::Allowed, BeautyWayOut},
+    Layer{"beauty/WarpField", 7, Widgets::Allowed, BeautyWayOut},
+    Layer{"beauty", 8, Widgets::Allowed, ToolWayOut},
+    Layer{"text", 8, Widgets::Allowed, ToolWayOut},
     Layer{"canvas/logic", 4, Widgets::Forbidden, "what logic objects share knows no window: hand sizes in as numbers"},
     Layer{"canvas", 6, Widgets::Allowed, "let the tool override an operation of CBaseWnd, or ask through ToolHost"},
     Layer{"platform/skin", 5, Widgets::Allowed,
@@ -53,8 +57,12 @@ constexpr std::array Layers{
 constexpr std::string_view LogicWayOut =
     "a logic object may use canvas/logic, core, platform and libs; hand the view size in as a number instead";
 constexpr int HighestRankForLogic = 3;
-// Made for logic objects, though it stands above core.
-constexpr std::string_view SharedLogic = "canvas/logic";
+// Made for logic objects, though they stand above core.
+constexpr std::array<std::string_view, 3> SharedLogic{"canvas/logic", "beauty/BrushLogic", "beauty/WarpField"};
+
+bool IsSharedLogic(std::string_view folder) {
+    return std::find(SharedLogic.begin(), SharedLogic.end(), folder) != SharedLogic.end();
+}
 
 bool IsUnder(std::string_view path, std::string_view folder) {
     return path.size() > folder.size() && path.starts_with(folder) && path[folder.size()] == '/';
@@ -66,15 +74,23 @@ const Layer* LayerOf(std::string_view path) {
     return found == Layers.end() ? nullptr : &*found;
 }
 
-// The target that a file belongs to: its layer's folder, and for the tools the folder of the tool.
+// Folders of which each folder inside is a tool of its own.
+constexpr std::array<std::string_view, 3> ToolFolders{"tools", "tools/geometry", "beauty"};
+
+// The target that a file belongs to: its layer's folder, and for a tool the folder of the tool. What lies beside the
+// folders of tools is shared by them and belongs to nobody's target but its own.
 std::string TargetOf(std::string_view path, const Layer& layer) {
-    if (layer.folder != "tools") return std::string(layer.folder);
-    const auto slash = path.find('/', layer.folder.size() + 1);
-    return std::string(path.substr(0, slash));
+    std::string_view target = layer.folder;
+    for (const std::string_view folder : ToolFolders) {
+        if (!IsUnder(path, folder)) continue;
+        const auto slash = path.find('/', folder.size() + 1);
+        target = slash == path.npos ? folder : path.substr(0, slash);
+    }
+    return std::string(target);
 }
 
 bool IsTestCode(std::string_view path) {
-    return IsUnder(path, "tests") || IsUnder(path, "benchmarks") || IsUnder(path, "fuzz");
+    return IsUnder(path, "tests") || IsUnder(path, "benchmarks") || IsUnder(path, "fuzz") || IsUnder(path, "tour");
 }
 
 bool IsLogic(const SourceFile& file) {
@@ -124,7 +140,8 @@ std::optional<std::string_view> Objection(const SourceFile& file, const SourceFi
     const Layer* to = LayerOf(header.path);
     if (!from || !to) return {};
     const bool sameTarget = TargetOf(file.path, *from) == TargetOf(header.path, *to);
-    if (IsLogic(file) && !sameTarget && to->rank > HighestRankForLogic && to->folder != SharedLogic) return LogicWayOut;
+    if (IsLogic(file) && !sameTarget && to->rank > HighestRankForLogic && !IsSharedLogic(to->folder))
+        return LogicWayOut;
     if (sameTarget || to->rank < from->rank) return {};
     return from->wayOut;
 }

@@ -75,11 +75,11 @@ TEST(Project, NoSourceIsTooLong) {
 
 TEST(LayerRule, NamesFileLineIncludeAndTheWayOut) {
     const Findings findings =
-        CheckLayers({Header("canvas/CBaseWnd.h"), Including("tools/geometry/CutLogic.cpp", "\"CBaseWnd.h\"")});
+        CheckLayers({Header("canvas/CBaseWnd.h"), Including("tools/geometry/CCutLogic.cpp", "\"CBaseWnd.h\"")});
     ASSERT_EQ(findings.size(), 1u);
     EXPECT_EQ(
         findings[0],
-        "tools/geometry/CutLogic.cpp:2 includes canvas/CBaseWnd.h\n"
+        "tools/geometry/CCutLogic.cpp:2 includes canvas/CBaseWnd.h\n"
         "  a logic object may use canvas/logic, core, platform and libs; hand the view size in as a number instead");
 }
 
@@ -95,7 +95,7 @@ TEST(LayerRule, DownwardIsAllowed) {
 
 TEST(LayerRule, LogicObjectsShareOneFolderOfTheCanvas) {
     EXPECT_THAT(CheckLayers({Header("canvas/logic/PictureView.h"), Header("core/History/Step.h"),
-                             Including("tools/crop/CutLogic.cpp", "\"PictureView.h\""),
+                             Including("tools/geometry/crop/CCutLogic.cpp", "\"PictureView.h\""),
                              Including("canvas/CBaseWnd.cpp", "\"PictureView.h\""),
                              Including("canvas/logic/SnapshotLogic.cpp", "\"Step.h\"")}),
                 IsEmpty());
@@ -104,8 +104,8 @@ TEST(LayerRule, LogicObjectsShareOneFolderOfTheCanvas) {
 
 TEST(LayerRule, SameTargetIsAllowedAcrossItsFolders) {
     EXPECT_THAT(CheckLayers({Header("core/Params/Basic.h"), Including("core/History/Ring.cpp", "\"Basic.h\""),
-                             Header("tools/adjust/AdjustLogic.h"),
-                             Including("tools/adjust/AdjustWnd.cpp", "\"AdjustLogic.h\"")}),
+                             Header("tools/adjust/CAdjustLogic.h"),
+                             Including("tools/adjust/CAdjustWnd.cpp", "\"CAdjustLogic.h\"")}),
                 IsEmpty());
 }
 
@@ -123,11 +123,25 @@ TEST(LayerRule, UpwardFromEveryLayerIsFound) {
 }
 
 TEST(LayerRule, NeighboursDoNotSeeEachOther) {
-    EXPECT_EQ(
-        CheckLayers({Header("tools/crop/CropWnd.h"), Including("tools/adjust/AdjustWnd.cpp", "\"CropWnd.h\"")}).size(),
-        1u);
+    EXPECT_EQ(CheckLayers(
+                  {Header("tools/geometry/crop/CropWnd.h"), Including("tools/adjust/CAdjustWnd.cpp", "\"CropWnd.h\"")})
+                  .size(),
+              1u);
     EXPECT_EQ(CheckLayers({Header("libs/pcdsp/PC_Dsp.h"), Including("libs/pcfile/Png.cpp", "\"PC_Dsp.h\"")}).size(),
               1u);
+}
+
+TEST(LayerRule, EveryToolIsATargetOfItsOwnAlsoInAFolderOfTools) {
+    const auto findings = [](const std::string& header, const std::string& source) {
+        return CheckLayers({Header(header), Including(source, '"' + header.substr(header.rfind('/') + 1) + '"')})
+            .size();
+    };
+    EXPECT_EQ(findings("tools/geometry/crop/CropRatio.h", "tools/geometry/resize/CSizeWnd.cpp"), 1u);
+    EXPECT_EQ(findings("tools/geometry/crop/CropRatio.h", "tools/geometry/crop/CCutWnd.cpp"), 0u);
+    EXPECT_EQ(findings("beauty/teeth/CYaChiMBLogic.h", "beauty/lips/CChunCaiLogic.cpp"), 1u);
+    EXPECT_EQ(findings("beauty/BrushLogic/MaskBrush.h", "beauty/lips/CChunCaiLogic.cpp"), 0u);
+    EXPECT_EQ(findings("beauty/lips/CChunCaiLogic.h", "beauty/BrushLogic/MaskBrush.cpp"), 1u);
+    EXPECT_EQ(findings("effects/CEffectLogic.h", "tools/adjust/CAdjustWnd.cpp"), 1u);
 }
 
 TEST(LayerRule, AngleBracketsHideNothing) {
@@ -164,9 +178,9 @@ TEST(WidgetRule, FindsWidgetsBelowTheWindows) {
 }
 
 TEST(WidgetRule, FindsWidgetsInLogicObjects) {
-    EXPECT_THAT(CheckWidgetFree({Including("tools/adjust/AdjustLogic.h", "<QtWidgets/QSlider>"),
-                                 Including("tools/adjust/AdjustWnd.h", "<QtWidgets/QSlider>")}),
-                ElementsAre(HasSubstr("tools/adjust/AdjustLogic.h:2 includes QtWidgets/QSlider\n  a logic object")));
+    EXPECT_THAT(CheckWidgetFree({Including("tools/adjust/CAdjustLogic.h", "<QtWidgets/QSlider>"),
+                                 Including("tools/adjust/CAdjustWnd.h", "<QtWidgets/QSlider>")}),
+                ElementsAre(HasSubstr("tools/adjust/CAdjustLogic.h:2 includes QtWidgets/QSlider\n  a logic object")));
 }
 
 TEST(WidgetRule, AsksForTheModuleWhereTheBareNameDoesNotTell) {

@@ -18,6 +18,10 @@
 #include "TestPictures.h"
 #include "ToolHost.h"
 
+template <class News>
+inline constexpr bool IsFrameNews =
+    std::is_same_v<News, ZoomNews> || std::is_same_v<News, SizeNews> || std::is_same_v<News, HistoryNews>;
+
 // Counts the paints of a widget.
 class PaintCounter : public QObject {
   public:
@@ -61,7 +65,7 @@ class ToolTestHost : public ToolHost {
         canvas->SetShowBitmap(picture);
         canvas->ZoomFit();
         canvas->OnImageReady();
-        panel->OnFrameMessage(ImageLoadedMessage{Wnd::ToolNumber});
+        panel->OnFrameMessage(ImageLoadedMessage{Wnd::Facts.number});
         messages.clear();
     }
     int Tool() const override { return tool; }
@@ -80,16 +84,22 @@ class ToolTestHost : public ToolHost {
     }
     const tag_ImageInfo* ImageInfo() const override { return nullptr; }
     void UpdateSizeText() override {}
+    void Tell(const QString& key) override { told.push_back(key); }
     void SendFrame(const FrameMessage& message) override {
         messages.push_back(message);
         if (PanelHears(message)) panel->OnFrameMessage(message);
     }
 
-    // How often the canvas sent a code since the messages were last cleared.
-    int Sent(int code) const {
+    // How often the canvas told news of this kind since they were last cleared.
+    template <class News>
+    int Sent() const {
         return static_cast<int>(std::count_if(messages.begin(), messages.end(), [&](const FrameMessage& message) {
             const auto* view = std::get_if<ViewNotifyMessage>(&message);
-            return view && view->code == code && view->tool == Wnd::ToolNumber;
+            if (!view || view->tool != Wnd::Facts.number) return false;
+            if constexpr (IsFrameNews<News>)
+                return std::holds_alternative<News>(view->news);
+            else
+                return PanelNewsOf<News>(message) != nullptr;
         }));
     }
 
@@ -104,17 +114,23 @@ class ToolTestHost : public ToolHost {
     QWidget frame;
     std::unique_ptr<Wnd> canvas;
     Panel* panel = nullptr;
-    int tool = Wnd::ToolNumber;
+    int tool = Wnd::Facts.number;
     int compareMode = 0;
     int tasks = 0;
     bool busy = false;
     // The percentage at which the user presses Esc in the progress window.
     std::optional<float> cancelAt;
     std::vector<FrameMessage> messages;
+    // Keys of the texts shown to the user.
+    std::vector<QString> told;
 
   protected:
     // The main frame hands this message of the canvas on to the panel.
-    virtual bool PanelHears(const FrameMessage&) const { return false; }
+    virtual bool PanelHears(const FrameMessage& message) const {
+        const auto* view = std::get_if<ViewNotifyMessage>(&message);
+        return view && !std::holds_alternative<ZoomNews>(view->news) &&
+               !std::holds_alternative<HistoryNews>(view->news);
+    }
 
   private:
     class Cancelling : public CObjProgress {

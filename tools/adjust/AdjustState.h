@@ -6,8 +6,8 @@
 #include "AdjustParams.h"
 #include "Bitmap.h"
 
-// Everything that the adjust tool may have to put back after a cancelled scene: a plain value, and a cheap one, since
-// bitmaps share their pixels until they are written.
+// What the adjust tool holds beside its view: a plain value, and a cheap one, since bitmaps share their pixels until
+// they are written.
 struct AdjustState {
     // Path of the history snapshot that the bitmaps were read from; empty when they came from another tool.
     QString SnapshotPath;
@@ -18,15 +18,7 @@ struct AdjustState {
     Bitmap ResultBitmap;
     // Full size: the picture with everything baked in; the source of every scene.
     Bitmap BaseBitmap;
-    // View size: the untouched scaled copy of WorkBitmap.
-    Bitmap ViewSourceBitmap;
-    // View size: what the canvas paints.
-    Bitmap ViewBitmap;
-    // No pixel of the view lets through what is behind it.
-    bool ViewOpaque = true;
 
-    // ViewBitmap was drawn anew from WorkBitmap: the view source must be taken from it.
-    bool ViewRebuilt = false;
     // WorkBitmap or a value changed since ResultBitmap was made.
     bool ResultDirty = true;
     // Something differs from the state at entry.

@@ -3,13 +3,14 @@
 // judged by the saved file.
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 
+#include "CCutWnd.h"
 #include "CHistoryManager.h"
-#include "CutRatio.h"
-#include "CutWnd.h"
+#include "CropRatio.h"
 #include "FrameFixture.h"
 #include "PC_Dsp.h"
 #include "TestPictures.h"
@@ -40,6 +41,8 @@ class GeometryTools : public FrameTest {
     static void EnterResize() {
         Click("btnTab2");
         Click("BtnXiuGaiChiCun");
+        auto* keep = qobject_cast<QAbstractButton*>(Driver::Find(QStringLiteral("OptBaoChi")));
+        if (keep->isChecked()) Click("OptBaoChi");
     }
     static void Resize(int width, int height) {
         Type("EditKuanDu", width);
@@ -54,7 +57,7 @@ class GeometryTools : public FrameTest {
         const ViewGeometry geometry = CropCanvas().Logic().Geometry();
         return ((pixel * geometry.Zoom() + QPointF(geometry.ViewOffset())) / CropCanvas().PixelRatio()).toPoint();
     }
-    QPoint Grip(CutHit hit) {
+    QPoint Grip(CropHit hit) {
         const QPointF at = CropCanvas().Selection().HitAreas()[static_cast<std::size_t>(hit)].center();
         const ViewGeometry geometry = CropCanvas().Logic().Geometry();
         return ((at + QPointF(geometry.ViewOffset())) / CropCanvas().PixelRatio()).toPoint();
@@ -80,12 +83,12 @@ TEST_F(GeometryTools, CropsByAllNineAreas) {
     Open(TestPictures::Noise(400, 300, 5));
     EnterCrop();
     ASSERT_EQ(CropCanvas().Logic().Geometry().Zoom(), 1.0);
-    const std::pair<CutHit, QRect> cases[] = {
-        {CutHit::TopLeft, {120, 85, 180, 140}},    {CutHit::TopRight, {100, 85, 220, 140}},
-        {CutHit::BottomLeft, {120, 75, 180, 160}}, {CutHit::BottomRight, {100, 75, 220, 160}},
-        {CutHit::Top, {100, 85, 200, 140}},        {CutHit::Left, {120, 75, 180, 150}},
-        {CutHit::Bottom, {100, 75, 200, 160}},     {CutHit::Right, {100, 75, 220, 150}},
-        {CutHit::Inside, {120, 85, 200, 150}}};
+    const std::pair<CropHit, QRect> cases[] = {
+        {CropHit::TopLeft, {120, 85, 180, 140}},    {CropHit::TopRight, {100, 85, 220, 140}},
+        {CropHit::BottomLeft, {120, 75, 180, 160}}, {CropHit::BottomRight, {100, 75, 220, 160}},
+        {CropHit::Top, {100, 85, 200, 140}},        {CropHit::Left, {120, 75, 180, 150}},
+        {CropHit::Bottom, {100, 75, 200, 160}},     {CropHit::Right, {100, 75, 220, 150}},
+        {CropHit::Inside, {120, 85, 200, 150}}};
     for (const auto& [hit, expected] : cases) {
         SCOPED_TRACE(static_cast<int>(hit));
         Click("BtnCancel");
@@ -109,7 +112,7 @@ TEST_F(GeometryTools, CropsByEachRatioItem) {
     for (int item = 1; item < combo->count(); ++item) {
         SCOPED_TRACE(item);
         Driver::ChooseItem(QStringLiteral("ComboZiYouCaiJian"), item);
-        const double ratio = item < 11 ? CutRatios[static_cast<std::size_t>(item)]
+        const double ratio = item < 11 ? CropRatios[static_cast<std::size_t>(item)]
                                        : static_cast<double>(desktop.height()) / desktop.width();
         const QSize expected = FitRatio({400, 300}, ratio);
         EXPECT_EQ(Fields(), expected);

@@ -7,23 +7,48 @@
 
 namespace {
 
+// Where each tool lies in the left column, and the pages of two.
+constexpr ToolFacts Placed(int number, Section section, const char* tab, const char* button = "",
+                           const char* page = "") {
+    return {number, section, tab, button, page, "", "", ""};
+}
+constexpr ToolFacts AllTools[] = {
+    Placed(1, SectionBasic, "btnTab1", "", "AdjustLayout"),
+    Placed(2, SectionBasic, "btnTab2", "BtnCaiJian"),
+    Placed(3, SectionBasic, "btnTab2", "BtnXuanZhuan"),
+    Placed(4, SectionBasic, "btnTab2", "BtnXiuGaiChiCun"),
+    Placed(5, SectionBasic, "btnTab3"),
+    Placed(6, SectionBasic, "btnTab4"),
+    Placed(7, SectionEffects, "", "", "LeftLayout_TeXiao"),
+    Placed(8, SectionBeauty, "BtnMeiYan"),
+    Placed(9, SectionBeauty, "BtnPiFu"),
+    Placed(10, SectionBeauty, "BtnPiFu"),
+    Placed(11, SectionBeauty, "BtnPiFu"),
+    Placed(12, SectionBeauty, "BtnEyes"),
+    Placed(13, SectionBeauty, "BtnEyes"),
+    Placed(14, SectionBeauty, "BtnEyes"),
+    Placed(15, SectionBeauty, "BtnEyes"),
+    Placed(16, SectionBeauty, "BtnSouShen"),
+    Placed(17, SectionBeauty, "BtnMouth"),
+    Placed(18, SectionBeauty, "BtnMouth"),
+};
+
 // All tools there are, as toys, so that every tab of the left column works.
 class Sections : public FrameTest {
   protected:
     void SetUp() override {
         FrameTest::SetUp();
         std::vector<ToolRow> rows;
-        for (int number = 1; number <= 18; ++number) {
+        for (const ToolFacts& facts : AllTools) {
+            const int number = facts.number;
             ToolRow row;
-            row.number = number;
+            row.facts = facts;
             row.makeCanvas = [this, number](QWidget* parent, ToolHost& host) -> CBaseWnd* {
                 return new ToyTool(host, number, parent, m_told);
             };
-            row.makePanel = [this](QWidget* parent, ToolHost&) -> CToolPanel* {
-                return new ToyPanel(parent, m_panelTold);
+            row.makePanel = [this](QWidget* parent, ToolHost& host) -> CToolPanel* {
+                return new ToyPanel(host, parent, m_panelTold);
             };
-            if (number == 1) row.page = QStringLiteral("AdjustLayout");
-            if (number == 7) row.page = QStringLiteral("LeftLayout_TeXiao");
             rows.push_back(row);
         }
         Show(Photo(), ToolTable(rows));
@@ -76,16 +101,21 @@ TEST_F(Sections, TabsOfBasicEditingEnterTheirTools) {
     }
 }
 
-TEST_F(Sections, TheEditTabShowsThePageOfTheToolThatItEnters) {
+TEST_F(Sections, TheEditTabReturnsToItsLastToolAndItsPage) {
     Driver::Click(QStringLiteral("btnTab2"));
+    EXPECT_EQ(Mid().Tool(), 2) << "crop is the first";
     Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
     ASSERT_EQ(Mid().Tool(), 4);
     Driver::Click(QStringLiteral("btnTab1"));
     Driver::Click(QStringLiteral("btnTab2"));
-    EXPECT_EQ(Mid().Tool(), 2);
-    EXPECT_EQ(Page("TabLayoutUI_Edit"), 0);
+    EXPECT_EQ(Mid().Tool(), 4);
+    EXPECT_EQ(Page("TabLayoutUI_Edit"), 2);
+    Driver::Click(QStringLiteral("btnTexiao"));
+    Driver::Click(QStringLiteral("btnJichubianji"));
+    EXPECT_EQ(Mid().Tool(), 1) << "a section begins with its first tab";
+    Driver::Click(QStringLiteral("btnTab2"));
+    EXPECT_EQ(Mid().Tool(), 4);
     // Coming back to the tab while one of its tools is on show keeps tool and page.
-    Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
     Driver::Click(QStringLiteral("btnTab2"));
     EXPECT_EQ(Mid().Tool(), 4);
     EXPECT_EQ(Page("TabLayoutUI_Edit"), 2);

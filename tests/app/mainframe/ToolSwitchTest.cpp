@@ -11,14 +11,14 @@ class ToolSwitch : public FrameTest {
         std::vector<ToolRow> rows{*BuiltInTools().Row(1)};
         for (const int number : {2, 7, 8}) {
             ToolRow row;
-            row.number = number;
+            row.facts.number = number;
             row.makeCanvas = [this, number](QWidget* parent, ToolHost& host) -> CBaseWnd* {
                 return new ToyTool(host, number, parent, m_told);
             };
             rows.push_back(row);
         }
         ToolRow broken;
-        broken.number = 6;
+        broken.facts.number = 6;
         broken.makeCanvas = [](QWidget*, ToolHost&) -> CBaseWnd* { return nullptr; };
         rows.push_back(broken);
         return ToolTable(rows);

@@ -46,7 +46,7 @@ class ToyTool : public CBaseWnd {
 // Its panel writes down the messages that reach it.
 class ToyPanel : public CToolPanel {
   public:
-    ToyPanel(QWidget* parent, QStringList& told) : CToolPanel(parent), m_told(told) {}
+    ToyPanel(ToolHost& host, QWidget* parent, QStringList& told) : CToolPanel(host, parent), m_told(told) {}
     void OnFrameMessage(const FrameMessage& message) override {
         std::visit([this](const auto& m) { m_told << QStringLiteral("0x%1").arg(m.Number, 0, 16); }, message);
     }

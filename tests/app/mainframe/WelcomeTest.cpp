@@ -7,7 +7,6 @@
 #include "ClickCount.h"
 #include "FrameFixture.h"
 #include "Language.h"
-#include "Sections.h"
 #include "TestPictures.h"
 #include "ToyTool.h"
 
@@ -24,10 +23,11 @@ class WelcomeOverWork : public Welcome {
     // The built-in tools and one that stands for the beauty section, so that all of its buttons can be pressed.
     ToolTable WithBeauty() {
         std::vector<ToolRow> rows = BuiltInTools().Rows();
-        if (!BuiltInTools().Has(SectionTool(SectionBeauty))) {
+        if (BuiltInTools().FirstOf(SectionBeauty) == 0) {
             ToolRow beauty;
-            beauty.number = SectionTool(SectionBeauty);
-            beauty.makeCanvas = [this, number = beauty.number](QWidget* parent, ToolHost& host) -> CBaseWnd* {
+            beauty.facts.number = 8;
+            beauty.facts.section = SectionBeauty;
+            beauty.makeCanvas = [this, number = beauty.facts.number](QWidget* parent, ToolHost& host) -> CBaseWnd* {
                 return new ToyTool(host, number, parent, m_told);
             };
             rows.push_back(beauty);

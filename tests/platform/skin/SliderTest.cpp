@@ -61,6 +61,17 @@ TEST_F(Sliders, ADoubleClickGoesBackToNeutral) {
     EXPECT_EQ(changed.last()[0].toInt(), 5);
 }
 
+TEST_F(Sliders, WithoutANeutralPointADoubleClickOnTheHandleChangesNothing) {
+    slider.setRange(20, 400);
+    slider.SetNeutral(0);
+    slider.SetQuietly(150);
+    QSignalSpy changed(&slider, &CSliderCtrl::ValueChanged);
+    QTest::mouseDClick(&slider, Qt::LeftButton, {}, slider.HandleAt(150));
+    QTest::keyClick(&slider, Qt::Key_Delete);
+    EXPECT_EQ(slider.value(), 150);
+    EXPECT_EQ(changed.count(), 0);
+}
+
 TEST_F(Sliders, TheWheelBelongsToThePanelUntilTheSliderHasTheKeyboard) {
     slider.clearFocus();
     QWheelEvent away({10, 10}, slider.mapToGlobal(QPointF(10, 10)), {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);

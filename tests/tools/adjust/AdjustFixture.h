@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "AdjustChain.h"
-#include "AdjustLogic.h"
 #include "AdjustSliders.h"
+#include "CAdjustLogic.h"
 #include "ImageParams.h"
 #include "PC_File.h"
 #include "TestHome.h"

@@ -4,8 +4,8 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
 
-#include "AdjustWnd.h"
-#include "BasePanelAdjust.h"
+#include "CAdjustWnd.h"
+#include "CBasePanelAdjust.h"
 #include "CSliderCtrl.h"
 #include "ToolTestHost.h"
 
@@ -25,10 +25,4 @@ class AdjustHost : public ToolTestHost<CAdjustWnd, CBasePanelAdjust> {
         QTest::mouseRelease(slider, Qt::LeftButton, {}, slider->HandleAt(value));
     }
     void Click(const char* name) const { QTest::mouseClick(Control(name), Qt::LeftButton); }
-
-  protected:
-    bool PanelHears(const FrameMessage& message) const override {
-        const auto* view = std::get_if<ViewNotifyMessage>(&message);
-        return view && view->code == CAdjustWnd::ValuesCode;
-    }
 };

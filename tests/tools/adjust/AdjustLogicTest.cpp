@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "AdjustLogic.h"
+#include "CAdjustLogic.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,13 +31,8 @@ TEST_F(AdjustLogicTest, EverythingIsANoOpWithoutAPicture) {
     logic->ResetScenario();
     logic->ResetBasic();
     logic->ResetAdvance();
-    logic->RunPreview();
     logic->SetZoom(2.0);
     logic->PanBy(5, 5);
-    logic->BeginDrag(1, 1);
-    logic->DragTo(4, 4);
-    logic->EndDrag();
-    logic->RedrawHighQuality();
     logic->SetSource({});
     logic->Apply();
     EXPECT_FALSE(logic->TakeViewState());
@@ -337,7 +332,6 @@ TEST_F(AdjustLogicTest, ASliderEventTouchesOnlyTheView) {
     logic->SetValue(Contrast, 20);
     logic->SetValue(Contrast, 40);
     EXPECT_TRUE(logic->State().WorkBitmap.SharesPixelsWith(before.WorkBitmap));
-    EXPECT_TRUE(logic->State().ViewSourceBitmap.SharesPixelsWith(before.ViewSourceBitmap));
     EXPECT_TRUE(logic->State().ResultBitmap.IsNull());
 }
 
@@ -372,29 +366,6 @@ TEST_F(AdjustLogicTest, AZoomedViewShowsTheVisiblePartWithTheValuesApplied) {
     }
 }
 
-TEST_F(AdjustLogicTest, ADragPansAndItsEndDrawsTheSettledView) {
-    Open(TestPictures::Face(800, 600), 200, 150);
-    logic->SetZoom(1.5);
-    const QPoint pan = logic->Geometry().Pan();
-    logic->BeginDrag(100, 100);
-    EXPECT_TRUE(logic->IsDragging());
-    logic->DragTo(90, 95);
-    EXPECT_EQ(logic->Geometry().Pan(), pan + QPoint(-10, -5));
-    logic->DragTo(80, 90);
-    EXPECT_EQ(logic->Geometry().Pan(), pan + QPoint(-20, -10));
-    logic->EndDrag();
-    EXPECT_FALSE(logic->IsDragging());
-    const Bitmap settled = logic->View().bitmap.Clone();
-    logic->RedrawHighQuality();
-    EXPECT_TRUE(logic->View().bitmap == settled);
-}
-
-TEST_F(AdjustLogicTest, APictureThatFitsCannotBeDragged) {
-    Open(TestPictures::Face(60, 40));
-    logic->BeginDrag(30, 30);
-    EXPECT_FALSE(logic->IsDragging());
-}
-
 TEST_F(AdjustLogicTest, OnePixelWorks) {
     Open(TestPictures::Plain(1, 1, 0xFF406080));
     for (const AdjustSlider& slider : AdjustSliders) logic->SetValue(slider.index, slider.maximum);
@@ -418,7 +389,7 @@ TEST_F(AdjustLogicTest, ResetForgetsPictureAndValues) {
     logic->Reset();
     EXPECT_FALSE(logic->HasPicture());
     EXPECT_EQ(logic->GetPanelValues(), NoValues);
-    EXPECT_FALSE(logic->HasPending());
+    EXPECT_FALSE(logic->HasWork());
     EXPECT_DOUBLE_EQ(logic->Geometry().Zoom(), 1.0);
     EXPECT_DOUBLE_EQ(logic->Geometry().FitZoom(), 1.0);
 }

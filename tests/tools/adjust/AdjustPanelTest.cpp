@@ -34,12 +34,12 @@ TEST_F(AdjustPanel, ASliderPreviewsWhileItMovesAndCommitsAtRelease) {
         EXPECT_GT(paints.count, before);  // painted before the event returns
         EXPECT_EQ(host.Label("LiangduVal"), QString::number(slider->value()));
         EXPECT_EQ(Count(), 1);
-        EXPECT_EQ(host.Sent(CAdjustWnd::HistoryCode), 0);
+        EXPECT_EQ(host.Sent<HistoryNews>(), 0);
     }
     QTest::mouseRelease(slider, Qt::LeftButton, {}, slider->HandleAt(40));
     EXPECT_EQ(slider->value(), 40);
     EXPECT_EQ(Count(), 2);
-    EXPECT_EQ(host.Sent(CAdjustWnd::HistoryCode), 1);
+    EXPECT_EQ(host.Sent<HistoryNews>(), 1);
     EXPECT_TRUE(Enabled("BtnJiChuRestart"));
     EXPECT_FALSE(Enabled("BtnGaoJiRestart"));
     EXPECT_FALSE(host.canvas->GetShowBitmap() == picture);
@@ -73,6 +73,16 @@ TEST_F(AdjustPanel, OneGroupClearsTheOther) {
     EXPECT_EQ(host.Label("LiangduVal"), QString());
     EXPECT_FALSE(Enabled("BtnJiChuRestart"));
     EXPECT_TRUE(Enabled("BtnGaoJiRestart"));
+}
+
+TEST_F(AdjustPanel, ComingBackToTheToolTheLabelsShow0) {
+    host.Drag("Liangdu", 30);
+    host.canvas->OnApply();
+    host.NewCanvas();
+    ASSERT_TRUE(host.canvas->OnEnter());
+    host.panel->OnFrameMessage(RefreshPanelMessage{CAdjustWnd::Facts.number});
+    for (const char* label : {"LiangduVal", "DuibiduVal", "BaoheduVal", "RuiduVal", "BaoguangVal"})
+        EXPECT_EQ(host.Label(label), QStringLiteral("0")) << label;
 }
 
 TEST_F(AdjustPanel, APressThatMovesNothingChangesNothing) {
@@ -155,7 +165,7 @@ TEST_F(AdjustPanel, ASceneIsAppliedAndHighlightedAlone) {
         host.Click(scene.button);
         EXPECT_EQ(host.canvas->PanelValues(), (AdjustPanelValues{scene.scenario}));
         EXPECT_EQ(host.panel->SelectedScenario(), scene.scenario);
-        EXPECT_EQ(host.Sent(CAdjustWnd::HistoryCode), 1);
+        EXPECT_EQ(host.Sent<HistoryNews>(), 1);
         for (const AdjustScene& other : AdjustScenes) {
             const bool chosen = other.scenario == scene.scenario;
             EXPECT_EQ(Checked(other.button), chosen) << other.button;
@@ -176,7 +186,7 @@ TEST_F(AdjustPanel, TheSceneAlreadyActiveStaysHighlightedAndDoesNothing) {
     host.Click("BtnFood");
     EXPECT_TRUE(Checked("BtnFood"));
     EXPECT_EQ(host.tasks, 1);
-    EXPECT_EQ(host.Sent(CAdjustWnd::HistoryCode), 0);
+    EXPECT_EQ(host.Sent<HistoryNews>(), 0);
 }
 
 TEST_F(AdjustPanel, ACancelledSceneGivesBackSelectionValuesAndPicture) {
@@ -191,7 +201,7 @@ TEST_F(AdjustPanel, ACancelledSceneGivesBackSelectionValuesAndPicture) {
     EXPECT_EQ(host.Slider("Duibidu")->value(), value);
     EXPECT_TRUE(host.canvas->GetShowBitmap() == shown);
     EXPECT_EQ(Count(), 2);
-    EXPECT_EQ(host.Sent(CAdjustWnd::HistoryCode), 0);
+    EXPECT_EQ(host.Sent<HistoryNews>(), 0);
     EXPECT_FALSE(Enabled("BtnMeiHuaRestart"));
 
     host.cancelAt.reset();
@@ -215,7 +225,7 @@ TEST_F(AdjustPanel, ResetsClearTheirControlsAndCommitNothing) {
     auto stamp = host.history.CurrentStamp();
     host.Click("BtnJiChuRestart");
     EXPECT_EQ(host.Slider("Liangdu")->value(), 0);
-    EXPECT_EQ(host.Label("LiangduVal"), QString());
+    EXPECT_EQ(host.Label("LiangduVal"), QStringLiteral("0"));
     EXPECT_FALSE(Enabled("BtnJiChuRestart"));
     EXPECT_EQ(host.history.CurrentStamp(), stamp);
     EXPECT_TRUE(host.canvas->GetShowBitmap() == picture);
@@ -252,7 +262,6 @@ TEST_F(AdjustPanel, UndoRedoRevertAndJumpBringTheSlidersBack) {
     const int value = host.Slider("Liangdu")->value();
     host.messages.clear();
     host.canvas->OnUndo();
-    EXPECT_EQ(host.Sent(CAdjustWnd::ValuesCode), 1);
     EXPECT_EQ(host.Slider("Liangdu")->value(), 0);
     EXPECT_FALSE(Enabled("BtnJiChuRestart"));
     host.canvas->OnRedo();

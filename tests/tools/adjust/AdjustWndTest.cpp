@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "AdjustWnd.h"
+#include "CAdjustWnd.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
@@ -12,8 +12,6 @@
 using namespace AdjustIndex;
 
 namespace {
-
-constexpr int ZoomCode = 0;
 
 class AdjustCanvas : public testing::Test {
   protected:
@@ -73,8 +71,8 @@ TEST_F(AdjustCanvas, ZoomOutOfAHugePictureEndsAtItsFit) {
 TEST_F(AdjustCanvas, AZoomIsToldInPercent) {
     host.Open(TestPictures::Face(300, 200));
     host.canvas->ZoomToPercent(150);
-    ASSERT_EQ(host.Sent(ZoomCode), 1);
-    EXPECT_EQ(std::get<ViewNotifyMessage>(host.messages.back()).value, 150);
+    ASSERT_EQ(host.Sent<ZoomNews>(), 1);
+    EXPECT_EQ(std::get<ZoomNews>(std::get<ViewNotifyMessage>(host.messages.back()).news).percent, 150);
 }
 
 TEST_F(AdjustCanvas, AMouseDragPansAndEndsInTheSettledView) {
@@ -178,7 +176,7 @@ TEST_F(AdjustCanvas, UndoOntoAnotherSizeFitsAndTellsTheZoom) {
     host.canvas->GetImageSize(&width, &height);
     EXPECT_EQ(QSize(width, height), QSize(200, 100));
     EXPECT_DOUBLE_EQ(host.canvas->GetZoom(), 1.0);
-    EXPECT_GE(host.Sent(ZoomCode), 1);
+    EXPECT_GE(host.Sent<ZoomNews>(), 1);
 }
 
 TEST_F(AdjustCanvas, AnUnreadableSnapshotKeepsPictureAndValues) {

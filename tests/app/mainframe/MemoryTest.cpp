@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Want of memory in the whole program: each act is done once for each of its large blocks, with that block failing. The
+// act has then not happened, the user was told once at most, and it works when it is tried again.
+#include <QtCore/QTimer>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+#include "AdjustSliders.h"
+#include "CAdjustWnd.h"
+#include "CCutWnd.h"
+#include "CEffectWnd.h"
+#include "CHistoryManager.h"
+#include "CMidTopEditTool.h"
+#include "CRotateWnd.h"
+#include "CSizeWnd.h"
+#include "FailingMemory.h"
+#include "FrameFixture.h"
+#include "Language.h"
+#include "TestPictures.h"
+
+namespace {
+
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Effects = 7;
+
+// Reads every message box as a user would, and keeps its text.
+class Reader : public QObject {
+  public:
+    Reader() {
+        m_timer.setInterval(5);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            texts << box->text();
+            box->defaultButton() ? box->defaultButton()->click() : box->reject();
+        });
+        m_timer.start();
+    }
+    QStringList texts;
+
+  private:
+    QTimer m_timer;
+};
+
+struct Act {
+    const char* name;
+    // The tool on show, what was done before, and the act.
+    int tool;
+    std::function<void(CMidWnd&)> before;
+    std::function<void(CMidWnd&)> act;
+    int leastBlocks = 1;
+};
+
+std::ostream& operator<<(std::ostream& out, const Act& act) {
+    return out << act.name;
+}
+
+template <class Wnd>
+Wnd& CanvasOf(CMidWnd& mid) {
+    return *qobject_cast<Wnd*>(mid.Canvas());
+}
+
+void Nothing(CMidWnd&) {}
+void SetBrightness(CMidWnd& mid) {
+    CanvasOf<CAdjustWnd>(mid).CommitValue(AdjustIndex::Brightness, 30);
+}
+void TurnOnce(CMidWnd& mid) {
+    CanvasOf<CRotateWnd>(mid).Turn(&CRotateLogic::TurnRight);
+}
+void CropOnce(CMidWnd& mid) {
+    CanvasOf<CCutWnd>(mid).SetSelectionSize(600, 700);
+    CanvasOf<CCutWnd>(mid).CropToSelection();
+}
+void RunEffect5(CMidWnd& mid) {
+    CanvasOf<CEffectWnd>(mid).RunLook(5);
+}
+void Fade(CMidWnd& mid) {
+    RunEffect5(mid);
+    CanvasOf<CEffectWnd>(mid).SetStrength(40, false);
+}
+void CropAndUndo(CMidWnd& mid) {
+    CropOnce(mid);
+    mid.Canvas()->OnUndo();
+}
+
+const Act Acts[] = {
+    {"slider", Adjust, Nothing, SetBrightness},
+    {"otherGroup", Adjust, SetBrightness,
+     [](CMidWnd& mid) { CanvasOf<CAdjustWnd>(mid).CommitValue(AdjustIndex::Hue, 20); }},
+    {"scene", Adjust, SetBrightness, [](CMidWnd& mid) { CanvasOf<CAdjustWnd>(mid).RunScene(2); }},
+    {"reset", Adjust, SetBrightness, [](CMidWnd& mid) { CanvasOf<CAdjustWnd>(mid).Reset(&CAdjustLogic::ResetBasic); },
+     0},
+    {"crop", Crop, Nothing, CropOnce},
+    {"turn", Rotate, Nothing, TurnOnce},
+    {"flip", Rotate, TurnOnce, [](CMidWnd& mid) { CanvasOf<CRotateWnd>(mid).Turn(&CRotateLogic::FlipLeftRight); }},
+    {"angle", Rotate, TurnOnce, [](CMidWnd& mid) { CanvasOf<CRotateWnd>(mid).SetAngle(7); }},
+    {"restore", Rotate, TurnOnce, [](CMidWnd& mid) { CanvasOf<CRotateWnd>(mid).RestoreEntry(); }},
+    {"resize", Resize, Nothing, [](CMidWnd& mid) { CanvasOf<CSizeWnd>(mid).ApplySize(1000, 800); }},
+    {"effect", Effects, Nothing, RunEffect5},
+    {"secondEffect", Effects, Fade, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).RunLook(20); }},
+    {"strength", Effects, RunEffect5, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).SetStrength(40, false); }},
+    {"undo", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"undoPending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"undoFaded", Effects, Fade, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"redo", Crop, CropAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
+    {"jump", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnHistoryJump(0); }},
+    {"revert", Effects, Fade, [](CMidWnd& mid) { mid.Canvas()->OnRevert(); }},
+    {"toolChange", Adjust, SetBrightness, [](CMidWnd& mid) { mid.SwitchTool(Rotate); }},
+    {"toolChangePending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.SwitchTool(Effects); }, 0},
+    {"toolChangeFaded", Effects, Fade, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
+};
+
+class OutOfMemory : public FrameTest, public testing::WithParamInterface<Act> {
+  protected:
+    struct Seen {
+        Bitmap picture;
+        int tool;
+        std::vector<QString> steps;
+        int currentNo;
+        bool changed;
+        bool operator==(const Seen&) const = default;
+    };
+    Seen Look() {
+        CHistoryManager& history = CHistoryManager::Instance();
+        return {Mid().Canvas()->GetShowBitmap(), Mid().Tool(), history.GetStepNames(), history.m_currentNo,
+                Mid().Canvas()->IsImageChanged()};
+    }
+    void Begin() {
+        ASSERT_TRUE(Mid().OpenImage(Photo()));
+        Mid().SwitchTool(GetParam().tool);
+        GetParam().before(Mid());
+    }
+    void TearDown() override {
+        FailingMemory::FailNth(0);
+        FrameTest::TearDown();
+    }
+};
+
+}  // namespace
+
+TEST_P(OutOfMemory, TheActHasNotHappenedAndWorksWhenTriedAgain) {
+    Show(Photo());
+    Begin();
+    const Seen before = Look();
+    Begin();  // nothing that a look computed is kept
+    FailingMemory::FailNth(0);
+    GetParam().act(Mid());
+    const int blocks = FailingMemory::Asked();
+    const Seen done = Look();
+    EXPECT_GE(blocks, GetParam().leastBlocks);
+    for (int n = 1; n <= blocks; ++n) {
+        SCOPED_TRACE(testing::Message() << "block " << n << " of " << blocks);
+        Begin();
+        Reader reader;
+        FailingMemory::FailNth(n);
+        GetParam().act(Mid());
+        FailingMemory::FailNth(0);
+        EXPECT_LE(reader.texts.size(), 1);
+        const Seen after = Look();
+        if (reader.texts.empty()) {
+            // What failed was not needed, such as the overview's picture.
+            EXPECT_TRUE(after == done);
+            continue;
+        }
+        EXPECT_EQ(reader.texts.first(), LanguageText(QStringLiteral("ids_outofmemory")));
+        EXPECT_EQ(after.picture, before.picture);
+        EXPECT_EQ(after.tool, before.tool);
+        EXPECT_EQ(after.steps, before.steps);
+        EXPECT_EQ(after.currentNo, before.currentNo);
+        EXPECT_EQ(after.changed, before.changed);
+        GetParam().act(Mid());
+        EXPECT_TRUE(Look() == done);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Acts, OutOfMemory, testing::ValuesIn(Acts),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+namespace {
+
+class OpenWithoutMemory : public OutOfMemory {};
+
+}  // namespace
+
+// Opening has a file's own message where its reader finds no memory; the session stays in any case.
+TEST_P(OpenWithoutMemory, TheFormerPictureStays) {
+    Show(Photo());
+    const QString other = WritePicture(QStringLiteral("other.jpg"), TestPictures::Face(800, 900));
+    const auto open = [&] { return Mid().OpenImage(other); };
+    FailingMemory::FailNth(0);
+    ASSERT_TRUE(open());
+    const int blocks = FailingMemory::Asked();
+    const Bitmap opened = Mid().Canvas()->GetShowBitmap();
+    for (int n = 1; n <= blocks; ++n) {
+        SCOPED_TRACE(testing::Message() << "block " << n << " of " << blocks);
+        Begin();
+        const Seen before = Look();
+        const QString held = Mid().HeldPath();
+        Reader reader;
+        FailingMemory::FailNth(n);
+        const bool succeeded = open();
+        FailingMemory::FailNth(0);
+        EXPECT_EQ(reader.texts.size(), succeeded ? 0 : 1);
+        if (!succeeded) {
+            EXPECT_TRUE(Look() == before);
+            EXPECT_EQ(Mid().HeldPath(), held);
+            GetParam().act(Mid());  // the former session goes on
+            ASSERT_TRUE(open());
+        }
+        EXPECT_TRUE(Mid().Canvas()->GetShowBitmap() == opened);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Acts, OpenWithoutMemory, testing::Values(Acts[1], Acts[6], Acts[12], Acts[13]),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FrameTest, CompareWithoutMemoryIsNotEnteredAndWorksAgain) {
+    Show(Photo());
+    SetBrightness(Mid());
+    for (const int mode : {1, 2}) {
+        FailingMemory::FailNth(0);
+        Mid().SetCompareMode(mode);
+        const int blocks = FailingMemory::Asked();
+        Mid().SetCompareMode(0);
+        for (int n = 1; n <= blocks; ++n) {
+            CanvasOf<CAdjustWnd>(Mid()).CommitValue(AdjustIndex::Brightness, 30 + n);  // what was kept is stale
+            Reader reader;
+            FailingMemory::FailNth(n);
+            Mid().SetCompareMode(mode);
+            FailingMemory::FailNth(0);
+            EXPECT_EQ(Mid().CompareMode() == 0, reader.texts.size() == 1) << n;
+            Mid().SetCompareMode(0);
+            Mid().SetCompareMode(mode);
+            EXPECT_EQ(Mid().CompareMode(), mode);
+            Mid().SetCompareMode(0);
+            EXPECT_TRUE(Mid().Canvas()->isVisible());
+        }
+    }
+}
+
+TEST_F(FrameTest, SavingWithoutMemoryForTheResultSaysSoAndWorksAgain) {
+    Show(Photo());
+    SetBrightness(Mid());
+    Reader reader;
+    FailingMemory::FailNth(1);
+    EXPECT_FALSE(Frame().RunSaveCommand());
+    FailingMemory::FailNth(0);
+    EXPECT_EQ(reader.texts, QStringList{LanguageText(QStringLiteral("ids_outofmemory"))});
+    EXPECT_TRUE(Saved(QStringLiteral("after")) == Mid().Canvas()->GetShowBitmap());
+}
+
+TEST_F(FrameTest, SavingWithoutMemoryForTheFileSaysSoAndWorksWhenTriedAgain) {
+    Show(Photo());
+    SetBrightness(Mid());
+    const char* suffixes[] = {".jpg", ".png", ".bmp"};
+    for (int type = 0; type < 3; ++type) {
+        bool failed = true;
+        for (int n = 1; failed; ++n) {
+            const QString name = QStringLiteral("try%1").arg(n);
+            Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
+                          [&] {
+                              Driver::Type(QStringLiteral("EdtPath"), m_folder);
+                              Driver::Type(QStringLiteral("EdtName"), name);
+                              Driver::ChooseItem(QStringLiteral("ComboFileType"), type);
+                              Reader reader;
+                              FailingMemory::FailNth(n);
+                              Driver::Click(QStringLiteral("BtnSave"));
+                              failed = FailingMemory::HasFailed();
+                              FailingMemory::FailNth(0);
+                              EXPECT_LE(reader.texts.size(), 1);
+                              if (!reader.texts.empty()) Driver::Click(QStringLiteral("BtnSave"));
+                              Driver::Click(QStringLiteral("BtnSaveClose"));
+                          });
+            const Bitmap saved = Load(m_folder + QLatin1Char('/') + name + QLatin1String(suffixes[type]));
+            EXPECT_EQ(saved.Width(), PhotoPixels().Width()) << type << ", block " << n;
+        }
+    }
+}
