@@ -9,8 +9,8 @@
 #include "Picture.h"
 #include "Skin.h"
 
-PortraitPixels PaintPortrait(int width) {
-    const Scene scene;
+PortraitPixels PaintPortrait(int width, const PortraitLook& look) {
+    const Scene scene(look);
     Picture picture(width);
     picture.Paint([](Brush& brush) { PaintBackground(brush); });
     StrandSet back;

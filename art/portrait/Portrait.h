@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "PortraitLook.h"
+
 // The sample portrait, painted by rule alone: nobody's face, and the same on every run and for any number of threads.
 
 struct PortraitPixels {
@@ -16,7 +18,7 @@ struct PortraitPixels {
 inline constexpr int PortraitWidth = 2400;
 
 // Paints the portrait `width` pixels wide and five fourths as high. All cores; throws std::bad_alloc only.
-PortraitPixels PaintPortrait(int width);
+PortraitPixels PaintPortrait(int width, const PortraitLook& look = {});
 
 // Where everything is in that picture, as JSON text in pixels of the same width.
-std::string PortraitTruth(int width);
+std::string PortraitTruth(int width, const PortraitLook& look = {});

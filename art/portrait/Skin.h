@@ -17,7 +17,7 @@ struct SkinPoint {
 Colour LightSkin(const SkinPoint& point);
 
 // Plain skin colour with the fine and coarse unevenness that skin has everywhere.
-Colour SkinAlbedo(Vec2 face);
+Colour SkinAlbedo(PortraitLook::Skin skin, Vec2 face);
 // Tilt of the surface by pores at a point; strength 1 is a cheek.
 Vec3 WithPores(Vec3 normal, Vec2 face, double strength);
 
