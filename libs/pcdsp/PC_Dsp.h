@@ -87,6 +87,15 @@ class PC_Dsp {
     static int UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount,
                         CObjProgress* progress, int start, int end);
 
+    // Skin smoothing: evens blotches, fine wrinkles and the shadows of pores, and keeps grain, edges and shading. `sigma`
+    // is the strength: 0 is neutral, anything beyond 10 is held there; unequal numbers act as their geometric mean.
+    // Cost does not depend on it. `mask`, when there is one, has a byte for each pixel: 0 leaves the pixel, 255 gives it
+    // the whole effect. The mathematics stands in SkinSmooth.cpp. Refused when a number is below 0, infinite or none.
+    static int CannyDericheBlur(unsigned char* pixels, int width, int height, float sigmaX, float sigmaY,
+                                const unsigned char* mask, CObjProgress* progress, int start, int end);
+    static int CannyDericheBlur(Bitmap& bitmap, float sigmaX, float sigmaY, const unsigned char* mask,
+                                CObjProgress* progress, int start, int end);
+
     // Improves a whole picture after judging it; `stride` in bytes, at least 4 x width.
     // A copy of at most 480 pixels gives the black and white point, the middle, the light of nearly grey pixels and the
     // share of skin; from these come levels and a white balance, each with a limit by scene. Two guided filters (He,

@@ -6,8 +6,9 @@
 #include "ResampleKernels.h"
 #include "RotateKernels.h"
 #include "SceneKernels.h"
+#include "SmoothKernels.h"
 #include "UsmKernels.h"
 
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
     QUINCE_KERNEL_NAME, PointRow,          LumaRow,      UsmRowInPlace,     SumRows, SumColumns,
-    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow, SceneRowInPlace};
+    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow, SceneRowInPlace, AddRow, GaussianRow, WidenRow, CorrectRow};

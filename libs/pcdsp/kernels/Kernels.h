@@ -76,6 +76,22 @@ struct RotateRun {
     const RotateWeights* weights = nullptr;
 };
 
+// A Gaussian across rows: 2 * half + 1 of them, the middle one at rows[half]; weights are half + 1, centre first.
+struct GaussianTaps {
+    const float* const* rows = nullptr;
+    const float* weights = nullptr;
+    int half = 0;
+};
+
+// What is added to a row of pixels: red, green and blue in levels, from two rows as wide as the picture, at `part` of
+// the way between them. With a mask each pixel gets its share of 255.
+struct CorrectionRow {
+    const float* above[3] = {};
+    const float* below[3] = {};
+    float part = 0.0f;
+    const std::uint8_t* mask = nullptr;
+};
+
 struct PcDspKernels {
     const char* name;
 
@@ -110,6 +126,15 @@ struct PcDspKernels {
     void (*skinRow)(const std::uint8_t* pixels, int count, float* skin);
     // Applies a scene to `count` pixels in place.
     void (*sceneRow)(std::uint8_t* pixels, int count, const SceneRow& row);
+
+    // sums += pixels, byte by byte.
+    void (*addRow)(const std::uint8_t* pixels, int bytes, std::uint16_t* sums);
+    // One row of a Gaussian down.
+    void (*gaussianRow)(const GaussianTaps& taps, int count, float* out);
+    // out[x] = in[index[x]] + (in[index[x] + 1] - in[index[x]]) * part[x]. All rows are as long as whole groups need.
+    void (*widenRow)(const float* in, const int* index, const float* part, int count, float* out);
+    // Adds a correction to `count` pixels in place.
+    void (*correctRow)(std::uint8_t* pixels, int count, const CorrectionRow& row);
 };
 
 // The table in use, and that of one instruction set by its number in InstructionSets.h.
