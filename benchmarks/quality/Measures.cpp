@@ -152,8 +152,8 @@ std::vector<double> PatchDeltaE(const cv::Mat3f& a, const cv::Mat3f& b, const cv
         for (int x = 0; x + side <= mask.cols; x += side) {
             const cv::Rect patch(x, y, side, side);
             if (cv::countNonZero(mask(patch)) > 0.8 * side * side)
-                differences.push_back(DeltaE2000(MeanOf(cv::Mat3f(a(patch)), mask(patch)),
-                                                 MeanOf(cv::Mat3f(b(patch)), mask(patch))));
+                differences.push_back(
+                    DeltaE2000(MeanOf(cv::Mat3f(a(patch)), mask(patch)), MeanOf(cv::Mat3f(b(patch)), mask(patch))));
         }
     return differences;
 }

@@ -79,7 +79,8 @@ Subject WithRegions(Bitmap picture, const std::string& name, const QJsonObject& 
     subject.name = name;
     subject.picture = std::move(picture);
     const cv::Mat1b nothing = cv::Mat1b::zeros(subject.picture.Height(), subject.picture.Width());
-    for (cv::Mat1b* mask : {&subject.face, &subject.eyes, &subject.irises, &subject.lips, &subject.teeth, &subject.hair})
+    for (cv::Mat1b* mask :
+         {&subject.face, &subject.eyes, &subject.irises, &subject.lips, &subject.teeth, &subject.hair})
         *mask = nothing.clone();
     const Polygon face = PolygonOf(regions[QStringLiteral("face")]);
     subject.faceWidth = cv::boundingRect(face).width;

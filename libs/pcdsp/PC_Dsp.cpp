@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ColourRamp.h"
 #include "FreeRotate.h"
 #include "PointPlan.h"
 #include "Resampler.h"
@@ -11,6 +12,9 @@
 #include "Rows.h"
 #include "Scene.h"
 #include "SkinSmooth.h"
+#include "SkinTint.h"
+#include "SoftDisc.h"
+#include "TeethWhiten.h"
 #include "Truncate.h"
 #include "UsmSharpen.h"
 
@@ -127,6 +131,54 @@ int PC_Dsp::CannyDericheBlur(Bitmap& bitmap, float sigmaX, float sigmaY, const u
     if (!bitmap) return 0;
     return CannyDericheBlur(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), sigmaX, sigmaY, mask, progress,
                             start, end);
+}
+
+int PC_Dsp::CompositeColor(unsigned char* pixels, int width, int height, unsigned char red, unsigned char green,
+                           unsigned char blue, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    return TintSkin(pixels, width, height, SkinToneRamp(red, green, blue), {progress, start, end});
+}
+
+int PC_Dsp::CompositeColor(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                           CObjProgress* progress, int start, int end) {
+    if (!bitmap) return 0;
+    return CompositeColor(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), red, green, blue, progress, start,
+                          end);
+}
+
+int PC_Dsp::Color_Channel_Composite(unsigned char* pixels, int width, int height, unsigned char red,
+                                    unsigned char green, unsigned char blue, CObjProgress* progress, int start,
+                                    int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    const ColourRamp ramp = RecolouringRamp(red, green, blue);
+    const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    return RunRows({progress, start, end}, height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) Kernels().recolourRow(pixels + y * stride, width, ramp.colours);
+    });
+}
+
+int PC_Dsp::Color_Channel_Composite(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                                    CObjProgress* progress, int start, int end) {
+    if (!bitmap) return 0;
+    return Color_Channel_Composite(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), red, green, blue, progress,
+                                   start, end);
+}
+
+int PC_Dsp::MeiBaiYaChi(unsigned char* pixels, int width, int height, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    return WhitenTeeth(pixels, width, height, {progress, start, end});
+}
+
+int PC_Dsp::Circle_Gradient_Alpha(unsigned char** table, int radius) {
+    if (!table || radius < 1) return 0;
+    FillSoftDisc(table, radius, 0.0);
+    return 1;
+}
+
+int PC_Dsp::Circle_Gradient_Alpha2Eye(unsigned char** table, int radius) {
+    if (!table || radius < 1) return 0;
+    FillSoftDisc(table, radius, 2.0 / 3.0);
+    return 1;
 }
 
 int PC_Dsp::ScenarioBeauty(unsigned char* pixels, int width, int height, int stride, eScenarioType type,

@@ -4,11 +4,13 @@
 
 #include "PointKernels.h"
 #include "ResampleKernels.h"
+#include "RetouchKernels.h"
 #include "RotateKernels.h"
 #include "SceneKernels.h"
 #include "SmoothKernels.h"
 #include "UsmKernels.h"
 
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
-    QUINCE_KERNEL_NAME, PointRow,          LumaRow,      UsmRowInPlace,     SumRows, SumColumns,
-    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow, SceneRowInPlace, AddRow, GaussianRow, WidenRow, CorrectRow};
+    QUINCE_KERNEL_NAME, PointRow,     LumaRow,           UsmRowInPlace, SumRows,         SumColumns, SumRowsByAlpha,
+    SumColumnsByAlpha,  RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace, AddRow,     GaussianRow,
+    WidenRow,           CorrectRow,   RecolourRow,       TintRow,       TeethRow};

@@ -16,8 +16,8 @@ void GaussianRow(const GaussianTaps& taps, int count, float* out) {
     for (; x + Lanes <= count; x += Lanes) {
         Floats sum = LoadFloats(taps.rows[taps.half] + x) * taps.weights[0];
         for (int k = 1; k <= taps.half; ++k)
-            sum += (LoadFloats(taps.rows[taps.half - k] + x) + LoadFloats(taps.rows[taps.half + k] + x)) *
-                   taps.weights[k];
+            sum +=
+                (LoadFloats(taps.rows[taps.half - k] + x) + LoadFloats(taps.rows[taps.half + k] + x)) * taps.weights[k];
         StoreFloats(out + x, sum);
     }
     for (; x < count; ++x) {
@@ -37,12 +37,12 @@ void WidenRow(const float* in, const int* index, const float* part, int count, f
     }
 }
 
-QUINCE_INLINE Floats CorrectionAt(const float* above, const float* below, float part, int x) {
+QUINCE_INLINE Floats MapRowAt(const float* above, const float* below, float part, int x) {
     const Floats a = LoadFloats(above + x);
     return a + (LoadFloats(below + x) - a) * part;
 }
 
-void CorrectRow(std::uint8_t* pixels, int count, const CorrectionRow& row) {
+void CorrectRow(std::uint8_t* pixels, int count, const MappedRow& row) {
     ForPixelGroups(pixels, count, [&](std::uint8_t* group, int x) {
         const Words words = LoadWords(group);
         const Colours c = Unpack(words);
@@ -53,9 +53,9 @@ void CorrectRow(std::uint8_t* pixels, int count, const CorrectionRow& row) {
             for (int i = 0; i < here; ++i) part[i] = static_cast<float>(row.mask[x + i]) * (1.0f / 255.0f);
             share = LoadFloats(part);
         }
-        StoreWords(group, Pack({c.r + share * CorrectionAt(row.above[0], row.below[0], row.part, x),
-                                c.g + share * CorrectionAt(row.above[1], row.below[1], row.part, x),
-                                c.b + share * CorrectionAt(row.above[2], row.below[2], row.part, x)},
+        StoreWords(group, Pack({c.r + share * MapRowAt(row.above[0], row.below[0], row.part, x),
+                                c.g + share * MapRowAt(row.above[1], row.below[1], row.part, x),
+                                c.b + share * MapRowAt(row.above[2], row.below[2], row.part, x)},
                                words));
     });
 }
