@@ -7,18 +7,25 @@
 namespace {
 
 const Colour Sclera = FromSrgb(232, 224, 217);
-const Colour IrisOuter = FromSrgb(40, 52, 60);
-const Colour IrisMiddle = FromSrgb(94, 116, 120);
-const Colour IrisInner = FromSrgb(134, 108, 70);
 const Colour LashColour = FromSrgb(34, 23, 20);
 
-Colour IrisColour(Vec2 r, double radius, int seed) {
+struct IrisTones {
+    Colour outer, middle, inner;
+};
+
+IrisTones TonesOf(PortraitLook::Iris iris) {
+    static const IrisTones blue{FromSrgb(40, 52, 60), FromSrgb(94, 116, 120), FromSrgb(134, 108, 70)};
+    static const IrisTones brown{FromSrgb(26, 17, 13), FromSrgb(58, 36, 24), FromSrgb(78, 49, 29)};
+    return iris == PortraitLook::Iris::Blue ? blue : brown;
+}
+
+Colour IrisColour(const IrisTones& tones, Vec2 r, double radius, int seed) {
     const double angle = std::atan2(r.y, r.x);
     const double fibre = Fractal({angle * 17, radius * 2.4}, 3, 41u + static_cast<unsigned>(seed)) +
                          0.6 * Fractal({angle * 41, radius * 3.5}, 2, 45u + static_cast<unsigned>(seed));
     const double crypt = Fractal({angle * 6, radius * 7}, 2, 47u + static_cast<unsigned>(seed));
-    Colour colour = Mix(IrisInner, IrisMiddle, Smooth(0.42, 0.66, radius + 0.07 * crypt));
-    colour = Mix(colour, IrisOuter, Smooth(0.72, 1.0, radius + 0.05 * fibre));
+    Colour colour = Mix(tones.inner, tones.middle, Smooth(0.42, 0.66, radius + 0.07 * crypt));
+    colour = Mix(colour, tones.outer, Smooth(0.72, 1.0, radius + 0.05 * fibre));
     colour = colour * (1 + 0.75 * fibre);
     return colour * Mix(1.0, 0.22, Smooth(0.86, 1.0, radius));
 }
@@ -32,7 +39,7 @@ double Catchlight(Vec2 r) {
     return pane * bar + echo;
 }
 
-void PaintBall(Brush& brush, Vec2 e, double side, double open, double cover) {
+void PaintBall(const PortraitLook& look, Brush& brush, Vec2 e, double side, double open, double cover) {
     const double lid = e.y - Face::UpperLid(e.x);
     const double across = (e.x - 0.005) / 0.19;
     const double shade = Mix(0.34, 1.0, Smooth(0.0, 0.06, lid)) * (1 - 0.42 * across * across) * Mix(0.8, 1.0, open);
@@ -51,12 +58,12 @@ void PaintBall(Brush& brush, Vec2 e, double side, double open, double cover) {
         const double lidShade = Mix(0.22, 1.0, Smooth(-0.85, 0.0, r.y));
         // Light that enters at the upper left gathers at the lower right of the iris.
         const double glow = 0.75 + 0.75 * Blob({side * r.x, r.y}, {0.28, 0.45}, 0.55, 0.45);
-        Colour shown = IrisColour(r, radius, side > 0 ? 1 : 0) * (0.95 * lidShade * glow);
+        Colour shown = IrisColour(TonesOf(look.iris), r, radius, side > 0 ? 1 : 0) * (0.95 * lidShade * glow);
         const double pupil = Smooth(1.08, 0.92, Length(iris) / Face::PupilRadius);
         const Colour black{0.006, 0.006, 0.008};
         const double centre = Blob(iris, {0, 0}, Face::PupilRadius, Face::PupilRadius);
         const Colour red = Mix(Colour{0.30, 0.006, 0.010}, Colour{0.80, 0.055, 0.04}, centre);
-        shown = Mix(shown, side > 0 ? red : black, pupil);
+        shown = Mix(shown, side > 0 && look.flaws ? red : black, pupil);
         colour = Mix(colour, shown, inIris);
         colour = colour + Colour{0.98, 1.0, 1.02} * (0.95 * Catchlight({side * r.x, r.y}));
     }
@@ -102,7 +109,7 @@ void PaintEyes(const Scene& scene, Brush& brush, Vec2 face) {
     const bool within = e.x > Face::EyeInner && e.x < Face::EyeOuter;
     const double cover = within ? brush.Cover(inside) : 0;
     PaintLids(brush, e);
-    if (cover > 0) PaintBall(brush, e, side, scene.FaceRelief().At(face).open, cover);
+    if (cover > 0) PaintBall(scene.Look(), brush, e, side, scene.FaceRelief().At(face).open, cover);
 }
 
 void AddLashes(const Scene& scene, StrandSet& strands) {

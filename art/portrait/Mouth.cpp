@@ -7,7 +7,19 @@
 
 namespace {
 
-const Colour LipBase = FromSrgb(196, 104, 102);
+struct LipTones {
+    Colour base;
+    Colour edge;  // where the lip meets the skin
+};
+
+LipTones LipsOf(PortraitLook::Skin skin) {
+    static const LipTones tones[PortraitLook::SkinCount] = {
+        {FromSrgb(206, 120, 118), FromSrgb(222, 156, 144)}, {FromSrgb(196, 104, 102), FromSrgb(214, 142, 128)},
+        {FromSrgb(186, 98, 92), FromSrgb(198, 128, 108)},   {FromSrgb(160, 84, 76), FromSrgb(168, 104, 82)},
+        {FromSrgb(126, 70, 62), FromSrgb(130, 78, 60)},     {FromSrgb(98, 56, 52), FromSrgb(92, 54, 44)}};
+    return tones[static_cast<int>(skin)];
+}
+
 const Colour ToothBase = FromSrgb(250, 231, 196);
 
 void PaintTeeth(Brush& brush, Vec2 p, const Face::MouthEdges& edges) {
@@ -39,8 +51,9 @@ void PaintLip(const Scene& scene, Brush& brush, Vec2 p, double across, bool uppe
     const Relief::Sample relief = scene.FaceRelief().At(p);
     SkinPoint point;
     const double lines = Fractal({p.x * 75 + 5 * Fractal(p * 9, 2, 91), p.y * 9}, 3, 92);
-    point.albedo = LipBase * (1 + 0.16 * lines) * (upper ? 0.80 : 1.0);
-    point.albedo = Mix(point.albedo, FromSrgb(214, 142, 128), 0.45 * Smooth(0.25, 0.0, upper ? across : 1 - across));
+    const LipTones tones = LipsOf(scene.Look().skin);
+    point.albedo = tones.base * (1 + 0.16 * lines) * (upper ? 0.80 : 1.0);
+    point.albedo = Mix(point.albedo, tones.edge, 0.45 * Smooth(0.25, 0.0, upper ? across : 1 - across));
     point.albedo = point.albedo * Mix(1.0, 0.62, Smooth(0.3, 0.0, upper ? 1 - across : across));
     const double grooves = Fractal({p.x * 75 + 0.25, p.y * 9}, 3, 92) - lines;
     point.normal = Normalized(relief.normal + Vec3{-0.25 * grooves, 0, 0});

@@ -9,8 +9,8 @@
 #include "Picture.h"
 #include "Skin.h"
 
-PortraitPixels PaintPortrait(int width, std::uint32_t skin) {
-    const Scene scene(FromSrgb(skin >> 16 & 255, skin >> 8 & 255, skin & 255));
+PortraitPixels PaintPortrait(int width, const PortraitLook& look) {
+    const Scene scene(look);
     Picture picture(width);
     picture.Paint([](Brush& brush) { PaintBackground(brush); });
     StrandSet back;

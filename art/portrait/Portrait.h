@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "PortraitLook.h"
+
 // The sample portrait, painted by rule alone: nobody's face, and the same on every run and for any number of threads.
 
 struct PortraitPixels {
@@ -15,12 +17,8 @@ struct PortraitPixels {
 
 inline constexpr int PortraitWidth = 2400;
 
-// Colour that the skin reflects in plain white light, as 0xRRGGBB.
-inline constexpr std::uint32_t PortraitSkin = 0xEABEA4;
-
-// Paints the portrait `width` pixels wide and five fourths as high, with skin of any colour; everything else stays. All
-// cores; throws std::bad_alloc only.
-PortraitPixels PaintPortrait(int width, std::uint32_t skin = PortraitSkin);
+// Paints the portrait `width` pixels wide and five fourths as high. All cores; throws std::bad_alloc only.
+PortraitPixels PaintPortrait(int width, const PortraitLook& look = {});
 
 // Where everything is in that picture, as JSON text in pixels of the same width.
-std::string PortraitTruth(int width);
+std::string PortraitTruth(int width, const PortraitLook& look = {});

@@ -10,7 +10,7 @@ constexpr Vec2 NeckJoint{0.0, 1.05};
 
 }  // namespace
 
-Scene::Scene(Colour skin) : m_skin(skin), m_relief(Light::Key) {}
+Scene::Scene(const PortraitLook& look) : m_look(look), m_relief(Light::Key) {}
 
 Vec2 Scene::Tilt(Vec2 head) {
     const Vec2 p = head - NeckJoint;

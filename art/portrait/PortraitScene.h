@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "PortraitLook.h"
 #include "Relief.h"
 #include "Vec.h"
 
@@ -15,8 +16,7 @@ class Scene {
     static constexpr double OriginX = Width / 2 - 0.03;
     static constexpr double OriginY = 1.40;
 
-    // `skin` is what the skin reflects, in linear light.
-    explicit Scene(Colour skin);
+    explicit Scene(const PortraitLook& look = {});
 
     // The point of the face that is seen at a canvas point, and back. Outside the head only the tilt is left.
     Vec2 ToFace(Vec2 canvas) const;
@@ -26,10 +26,10 @@ class Scene {
     static Vec2 Untilt(Vec2 canvas);
 
     const Relief& FaceRelief() const { return m_relief; }
-    Colour Skin() const { return m_skin; }
+    const PortraitLook& Look() const { return m_look; }
 
   private:
-    Colour m_skin;
+    PortraitLook m_look;
     Relief m_relief;
 };
 

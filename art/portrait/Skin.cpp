@@ -8,6 +8,15 @@
 
 namespace {
 
+Colour BaseSkin(const PortraitLook& look) {
+    const std::uint32_t own = look.skinColour;
+    if (own != 0) return FromSrgb(own >> 16 & 255, own >> 8 & 255, own & 255);
+    static const Colour tones[PortraitLook::SkinCount] = {FromSrgb(247, 214, 192), FromSrgb(234, 190, 164),
+                                                          FromSrgb(214, 164, 128), FromSrgb(182, 128, 92),
+                                                          FromSrgb(136, 88, 60),   FromSrgb(92, 58, 43)};
+    return tones[static_cast<int>(look.skin)];
+}
+
 double Wrapped(double cosine, double wrap) {
     const double t = std::max(0.0, (cosine + wrap) / (1 + wrap));
     return t * Mix(t, 1.0, 0.65);
@@ -89,11 +98,11 @@ Colour LightSkin(const SkinPoint& point) {
     return out + Light::KeyColour * (0.05 * sheen);
 }
 
-Colour SkinAlbedo(Colour skin, Vec2 p) {
+Colour SkinAlbedo(const PortraitLook& look, Vec2 p) {
     const double broad = Fractal(p * 5.0, 3, 11);
     const double mottle = Fractal(p * 26.0, 3, 12);
     const double fine = Fractal(p * 120.0, 2, 13);
-    Colour albedo = skin * (1 + 0.035 * broad + 0.03 * mottle + 0.055 * fine);
+    Colour albedo = BaseSkin(look) * (1 + 0.035 * broad + 0.03 * mottle + 0.055 * fine);
     albedo = albedo * Colour{1 + 0.008 * mottle, 1 - 0.03 * mottle - 0.012 * broad, 1 - 0.035 * mottle + 0.015 * broad};
     return albedo;
 }
@@ -117,27 +126,28 @@ void PaintFaceSkin(const Scene& scene, Brush& brush, Vec2 p) {
     const Relief::Sample relief = scene.FaceRelief().At(p);
     const Vec2 q{std::abs(p.x), p.y};
     SkinPoint point;
-    point.albedo = SkinAlbedo(scene.Skin(), p);
-    const double field = FreckleField(p);
+    point.albedo = SkinAlbedo(scene.Look(), p);
+    const bool flaws = scene.Look().flaws;
+    const double field = flaws ? FreckleField(p) : 0;
     const double freckles = field > 0.004 ? Freckles(p) * std::sqrt(field) : 0;
     const double blush = Blush(p) * (1 + 0.25 * Fractal(p * 9.0, 2, 14));
     point.albedo = point.albedo * Mix({1, 1, 1}, {1.0, 0.77, 0.76}, blush);
     point.albedo = point.albedo * Mix({1, 1, 1}, {0.84, 0.68, 0.56}, freckles);
-    point.albedo = point.albedo * Mix({1, 1, 1}, {0.70, 0.62, 0.70}, 0.92 * DarkCircle(p));
+    const double circle = flaws ? DarkCircle(p) : 0;
+    point.albedo = point.albedo * Mix({1, 1, 1}, {0.70, 0.62, 0.70}, 0.92 * circle);
     // Lids are thin and a little darker.
     const double lid = Blob(q, {0.29, -0.075}, 0.17, 0.05);
     point.albedo = point.albedo * Mix({1, 1, 1}, {0.83, 0.70, 0.66}, 0.7 * lid);
     const double smooth = Clamp01(1 - 0.7 * Blob(q, {0.29, 0.0}, 0.2, 0.13));
     point.normal = WithPores(relief.normal, p, smooth);
-    AddSpots(p, point.albedo, point.normal);
+    if (flaws) AddSpots(p, point.albedo, point.normal);
     const double edge = Smooth(0.0, 0.13, inside);
     const double hair = Smooth(0.0, 0.11, HairClearance(brush.canvas));
     const double cast = Smooth(-0.01, 0.10, HairClearance(brush.canvas + Vec2{-0.055, -0.05}));
     point.open = relief.open * Mix(0.62, 1.0, edge) * Mix(0.45, 1.0, hair);
     point.lit = relief.lit * Mix(0.10, 1.0, cast);
     point.gloss = 0.75 + 0.6 * Blob(q, {0, 0.25}, 0.07, 0.16) + 0.8 * Blob(q, {-0.012, 0.335}, 0.05, 0.04) +
-                  0.3 * Blob(q, {0.0, -0.42}, 0.3, 0.12) + 0.35 * Blob(q, {0.4, 0.17}, 0.15, 0.08) -
-                  0.4 * DarkCircle(p);
+                  0.3 * Blob(q, {0.0, -0.42}, 0.3, 0.12) + 0.35 * Blob(q, {0.4, 0.17}, 0.15, 0.08) - 0.4 * circle;
     point.silhouette = Smooth(0.11, 0.02, inside);
     brush.Lay(LightSkin(point), cover);
 }
@@ -162,7 +172,7 @@ void PaintNeck(const Scene& scene, Brush& brush) {
     const double cover = brush.Cover(inside, 0.008);
     if (cover <= 0) return;
     SkinPoint point;
-    point.albedo = SkinAlbedo(scene.Skin(), p + Vec2{3, 1}) * Colour{0.97, 0.93, 0.92};
+    point.albedo = SkinAlbedo(scene.Look(), p + Vec2{3, 1}) * Colour{0.97, 0.93, 0.92};
     const double roundness = Mix(0.35, 1.1, Smooth(1.05, 1.45, p.y));
     const double nx = std::clamp(p.x / roundness, -0.97, 0.97);
     // Muscles from behind the ears to the pit of the throat, and the collar bones.

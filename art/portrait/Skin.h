@@ -16,8 +16,8 @@ struct SkinPoint {
 // Light that leaves skin: soft diffuse light that bleeds red into the shadows, two lobes of shine and the rim light.
 Colour LightSkin(const SkinPoint& point);
 
-// Plain skin of a colour, with the fine and coarse unevenness that skin has everywhere.
-Colour SkinAlbedo(Colour skin, Vec2 face);
+// Plain skin colour with the fine and coarse unevenness that skin has everywhere.
+Colour SkinAlbedo(const PortraitLook& look, Vec2 face);
 // Tilt of the surface by pores at a point; strength 1 is a cheek.
 Vec3 WithPores(Vec3 normal, Vec2 face, double strength);
 

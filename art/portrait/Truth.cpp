@@ -72,17 +72,17 @@ std::vector<Vec2> MouthPart(double Face::MouthEdges::*top, double Face::MouthEdg
     return points;
 }
 
-std::string Eye(const Writer& write, double side) {
+std::string Eye(const Writer& write, double side, bool red) {
     const Vec2 iris{side * (Face::EyeX + Face::Iris.x + side * Face::GazeShift), Face::Iris.y};
     return "{\"opening\": " + write.Polygon(EyeOpening(side)) +
            ",\n     \"iris\": " + write.Disc(iris, Face::IrisRadius) +
            ",\n     \"pupil\": " + write.Disc(iris, Face::PupilRadius) +
-           ",\n     \"red\": " + (side > 0 ? "true" : "false") + "}";
+           ",\n     \"red\": " + (red ? "true" : "false") + "}";
 }
 
 }  // namespace
 
-std::string PortraitTruth(int width) {
+std::string PortraitTruth(int width, const PortraitLook& look) {
     const Writer write(width);
     const int height = static_cast<int>(width * (Scene::Height / Scene::Width) + 0.5);
     const std::vector<double> sides{-1.0, 1.0};
@@ -93,12 +93,13 @@ std::string PortraitTruth(int width) {
     const auto disc = [&](double radius) { return [&, radius](Vec2 p) { return write.Disc(p, radius); }; };
     std::string text = "{\n\"width\": " + std::to_string(width) + ", \"height\": " + std::to_string(height);
     text += ",\n\"face\": " + write.Polygon(Face::Head().Points());
-    text += ",\n\"eyes\": " + Listed(sides, [&](double side) { return Eye(write, side); });
-    text += ",\n\"darkCircles\": " + Listed(sides, [&](double side) {
+    text += ",\n\"eyes\": " + Listed(sides, [&](double side) { return Eye(write, side, look.flaws && side > 0); });
+    // Without flaws there are no circles and no spots to find.
+    text += ",\n\"darkCircles\": " + Listed(look.flaws ? sides : std::vector<double>{}, [&](double side) {
                 return write.Ellipse({side * (Face::EyeX - 0.04), 0.108}, 0.09, 0.022);
             });
-    text +=
-        ",\n\"spots\": " + Listed(Face::Spots(), [&](const Face::Spot& s) { return write.Disc(s.centre, s.radius); });
+    text += ",\n\"spots\": " + Listed(look.flaws ? Face::Spots() : std::vector<Face::Spot>{},
+                                      [&](const Face::Spot& s) { return write.Disc(s.centre, s.radius); });
     text += ",\n\"upperLip\": " +
             write.Polygon(MouthPart(&Face::MouthEdges::upperOuter, &Face::MouthEdges::upperInner, Face::MouthHalf));
     text += ",\n\"lowerLip\": " +

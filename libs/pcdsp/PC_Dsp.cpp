@@ -4,12 +4,17 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ColourRamp.h"
 #include "FreeRotate.h"
 #include "PointPlan.h"
 #include "Resampler.h"
 #include "Rotate.h"
 #include "Rows.h"
 #include "Scene.h"
+#include "SkinSmooth.h"
+#include "SkinTint.h"
+#include "SoftDisc.h"
+#include "TeethWhiten.h"
 #include "Truncate.h"
 #include "UsmSharpen.h"
 
@@ -22,6 +27,13 @@ bool Usable(const unsigned char* pixels, int width, int height) {
 // Whole numbers of any size, near enough for a float; every operation holds its own range.
 float Held(long value) {
     return static_cast<float>(std::clamp(value, -1000000L, 1000000L));
+}
+
+// A neutral call still reports its end and obeys a cancel.
+int NothingToDo(const ProgressSpan& span) {
+    if (!span.CanContinue()) return 0;
+    span.Report(1, 1);
+    return 1;
 }
 
 PixelView ViewOf(const Bitmap& bitmap) {
@@ -51,11 +63,7 @@ int PC_Dsp::ApplyPointOps(unsigned char* pixels, int width, int height, const Po
     PointPlan plan;
     if (!plan.Add(ops, count)) return 0;
     const ProgressSpan span{progress, start, end};
-    if (plan.IsNeutral()) {
-        if (!span.CanContinue()) return 0;
-        span.Report(1, 1);
-        return 1;
-    }
+    if (plan.IsNeutral()) return NothingToDo(span);
     const std::vector<PointStage>& stages = plan.Stages();
     const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
     return RunRows(span, height, GrainOf(width), [&](int first, int last) {
@@ -105,12 +113,72 @@ int PC_Dsp::UsmSharp(unsigned char* pixels, int width, int height, float radius,
                      int start, int end) {
     if (!Usable(pixels, width, height) || !std::isfinite(radius) || std::isnan(amount) || radius <= 0.0f) return 0;
     const ProgressSpan span{progress, start, end};
-    if (amount == 0.0f) {
-        if (!span.CanContinue()) return 0;
-        span.Report(1, 1);
-        return 1;
-    }
+    if (amount == 0.0f) return NothingToDo(span);
     return UsmSharpen(pixels, width, height, radius, amount, span);
+}
+
+int PC_Dsp::CannyDericheBlur(unsigned char* pixels, int width, int height, float sigmaX, float sigmaY,
+                             const unsigned char* mask, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height) || !std::isfinite(sigmaX) || !std::isfinite(sigmaY)) return 0;
+    if (sigmaX < 0.0f || sigmaY < 0.0f) return 0;
+    const ProgressSpan span{progress, start, end};
+    const float sigma = std::min(std::sqrt(sigmaX) * std::sqrt(sigmaY), 10.0f);
+    return sigma == 0.0f ? NothingToDo(span) : SmoothSkin(pixels, width, height, sigma, mask, span);
+}
+
+int PC_Dsp::CannyDericheBlur(Bitmap& bitmap, float sigmaX, float sigmaY, const unsigned char* mask,
+                             CObjProgress* progress, int start, int end) {
+    if (!bitmap) return 0;
+    return CannyDericheBlur(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), sigmaX, sigmaY, mask, progress,
+                            start, end);
+}
+
+int PC_Dsp::CompositeColor(unsigned char* pixels, int width, int height, unsigned char red, unsigned char green,
+                           unsigned char blue, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    return TintSkin(pixels, width, height, SkinToneRamp(red, green, blue), {progress, start, end});
+}
+
+int PC_Dsp::CompositeColor(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                           CObjProgress* progress, int start, int end) {
+    if (!bitmap) return 0;
+    return CompositeColor(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), red, green, blue, progress, start,
+                          end);
+}
+
+int PC_Dsp::Color_Channel_Composite(unsigned char* pixels, int width, int height, unsigned char red,
+                                    unsigned char green, unsigned char blue, CObjProgress* progress, int start,
+                                    int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    const ColourRamp ramp = RecolouringRamp(red, green, blue);
+    const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    return RunRows({progress, start, end}, height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) Kernels().recolourRow(pixels + y * stride, width, ramp.colours);
+    });
+}
+
+int PC_Dsp::Color_Channel_Composite(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                                    CObjProgress* progress, int start, int end) {
+    if (!bitmap) return 0;
+    return Color_Channel_Composite(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), red, green, blue, progress,
+                                   start, end);
+}
+
+int PC_Dsp::MeiBaiYaChi(unsigned char* pixels, int width, int height, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    return WhitenTeeth(pixels, width, height, {progress, start, end});
+}
+
+int PC_Dsp::Circle_Gradient_Alpha(unsigned char** table, int radius) {
+    if (!table || radius < 1) return 0;
+    FillSoftDisc(table, radius, 0.0);
+    return 1;
+}
+
+int PC_Dsp::Circle_Gradient_Alpha2Eye(unsigned char** table, int radius) {
+    if (!table || radius < 1) return 0;
+    FillSoftDisc(table, radius, 2.0 / 3.0);
+    return 1;
 }
 
 int PC_Dsp::ScenarioBeauty(unsigned char* pixels, int width, int height, int stride, eScenarioType type,

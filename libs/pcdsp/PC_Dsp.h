@@ -76,6 +76,16 @@ class PC_Dsp {
     static int SetColor(unsigned char* pixels, int width, int height, int red, int green, int blue,
                         CObjProgress* progress, int start, int end);
 
+    // Recolours lips, irises and the like: hue and colourfulness of (red, green, blue), light and texture of the
+    // picture. L* runs along a hyperbola that lightens what is dark, more for a light colour, and keeps black and
+    // white, so that gloss and pupils stay; the hue in CIE L*a*b* is the colour's on every pixel; its chroma falls
+    // towards black and white (ColourRamp.h).
+    static int Color_Channel_Composite(unsigned char* pixels, int width, int height, unsigned char red,
+                                       unsigned char green, unsigned char blue, CObjProgress* progress, int start,
+                                       int end);
+    static int Color_Channel_Composite(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                                       CObjProgress* progress, int start, int end);
+
     // --- Operations that look at neighbours
     // ----------------------------------------------------------------------------
 
@@ -87,6 +97,29 @@ class PC_Dsp {
     static int UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount,
                         CObjProgress* progress, int start, int end);
 
+    // Skin smoothing: evens blotches, fine wrinkles and the shadows of pores, and keeps grain, edges and shading.
+    // `sigma` is the strength: 0 is neutral, anything beyond 10 is held there; unequal numbers act as their geometric
+    // mean. Cost does not depend on it. `mask`, when there is one, has a byte for each pixel: 0 leaves the pixel, 255
+    // gives it the whole effect. The mathematics stands in SkinSmooth.cpp. Refused when a number is below 0, infinite
+    // or none.
+    static int CannyDericheBlur(unsigned char* pixels, int width, int height, float sigmaX, float sigmaY,
+                                const unsigned char* mask, CObjProgress* progress, int start, int end);
+    static int CannyDericheBlur(Bitmap& bitmap, float sigmaX, float sigmaY, const unsigned char* mask,
+                                CObjProgress* progress, int start, int end);
+
+    // Gives skin the tone (red, green, blue) and keeps its shading and texture. Each pixel goes four fifths of the way
+    // to what that tone looks like at its own lightness, which moves by at most 8 L*; on much darker skin less far, so
+    // that a pale tone is never powder. What is not skin, by colour and evenness of its neighbourhood, hardly moves.
+    static int CompositeColor(unsigned char* pixels, int width, int height, unsigned char red, unsigned char green,
+                              unsigned char blue, CObjProgress* progress, int start, int end);
+    static int CompositeColor(Bitmap& bitmap, unsigned char red, unsigned char green, unsigned char blue,
+                              CObjProgress* progress, int start, int end);
+
+    // Whitens teeth: most of the yellow goes, the light rises by 4 to 10 L* along a hyperbola that clips nothing. Teeth
+    // are known by being light and much less colourful than the skin around them, in patches of some size; lips, gums,
+    // skin and beard hardly move (TeethWhiten.cpp).
+    static int MeiBaiYaChi(unsigned char* pixels, int width, int height, CObjProgress* progress, int start, int end);
+
     // Improves a whole picture after judging it; `stride` in bytes, at least 4 x width.
     // A copy of at most 480 pixels gives the black and white point, the middle, the light of nearly grey pixels and the
     // share of skin; from these come levels and a white balance, each with a limit by scene. Two guided filters (He,
@@ -97,6 +130,16 @@ class PC_Dsp {
     // gets warm colour. Skin likelihood is one rule, kernels/SkinTone.h.
     static int ScenarioBeauty(unsigned char* pixels, int width, int height, int stride, eScenarioType type,
                               CObjProgress* progress, int start, int end);
+
+    // --- Brushes
+    // ---------------------------------------------------------------------------------------------------------------
+
+    // Fills a table of 2 * radius rows of as many bytes with the alpha of a soft disc: 255 on the four middle pixels,
+    // falling all the way without a bend that a row of stamps could show, 0 at `radius`. Refused when the table is null
+    // or radius is below 1.
+    static int Circle_Gradient_Alpha(unsigned char** table, int radius);
+    // The same, fuller: 255 over the inner two thirds, then a narrow soft edge.
+    static int Circle_Gradient_Alpha2Eye(unsigned char** table, int radius);
 
     // --- Size and place
     // ------------------------------------------------------------------------------------------------

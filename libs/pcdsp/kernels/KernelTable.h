@@ -4,10 +4,13 @@
 
 #include "PointKernels.h"
 #include "ResampleKernels.h"
+#include "RetouchKernels.h"
 #include "RotateKernels.h"
 #include "SceneKernels.h"
+#include "SmoothKernels.h"
 #include "UsmKernels.h"
 
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
-    QUINCE_KERNEL_NAME, ReadsPieces,       PointRow,     LumaRow,           UsmRowInPlace, SumRows,        SumColumns,
-    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace};
+    QUINCE_KERNEL_NAME, ReadsPieces,       PointRow,     LumaRow,           UsmRowInPlace, SumRows,         SumColumns,
+    SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace, AddRow,
+    GaussianRow,        WidenRow,          CorrectRow,   RecolourRow,       TintRow,       TeethRow};

@@ -88,6 +88,24 @@ struct RotateRun {
     const RotateWeights* weights = nullptr;
 };
 
+// A Gaussian across rows: 2 * half + 1 of them, the middle one at rows[half]; weights are half + 1, centre first.
+struct GaussianTaps {
+    const float* const* rows = nullptr;
+    const float* weights = nullptr;
+    int half = 0;
+};
+
+// One row of a retouch that reads maps: for each map two rows as wide as the picture, and `part` of the way between
+// them where the row lies. What else is used depends on the retouch.
+struct MappedRow {
+    const float* above[3] = {};
+    const float* below[3] = {};
+    float part = 0.0f;
+    const std::uint8_t* mask = nullptr;   // correction: the share of 255 that each pixel gets; null for all
+    const std::uint32_t* ramp = nullptr;  // tint: a ColourRamp
+    float lift = 1.0f;                    // teeth
+};
+
 struct PcDspKernels {
     const char* name;
     bool readsPieces;  // whether pointRow reads the pieces of a curve
@@ -123,6 +141,19 @@ struct PcDspKernels {
     void (*skinRow)(const std::uint8_t* pixels, int count, float* skin);
     // Applies a scene to `count` pixels in place.
     void (*sceneRow)(std::uint8_t* pixels, int count, const SceneRow& row);
+
+    // sums += pixels, byte by byte.
+    void (*addRow)(const std::uint8_t* pixels, int bytes, std::uint16_t* sums);
+    // One row of a Gaussian down.
+    void (*gaussianRow)(const GaussianTaps& taps, int count, float* out);
+    // out[x] = in[index[x]] + (in[index[x] + 1] - in[index[x]]) * part[x]. All rows are as long as whole groups need.
+    void (*widenRow)(const float* in, const int* index, const float* part, int count, float* out);
+    // In place on `count` pixels: adds the maps red, green and blue, in levels; colours by a ramp; tints by a ramp
+    // where the map says skin; whitens teeth by the maps of TeethWhiten.cpp.
+    void (*correctRow)(std::uint8_t* pixels, int count, const MappedRow& row);
+    void (*recolourRow)(std::uint8_t* pixels, int count, const std::uint32_t* ramp);
+    void (*tintRow)(std::uint8_t* pixels, int count, const MappedRow& row);
+    void (*teethRow)(std::uint8_t* pixels, int count, const MappedRow& row);
 };
 
 // The table in use, and that of one instruction set by its number in InstructionSets.h.

@@ -4,9 +4,11 @@
 #include "Bitmap.h"
 #include "Portrait.h"
 
-// The sample portrait as a bitmap.
-inline Bitmap PortraitBitmap(int width, std::uint32_t skin = PortraitSkin) {
-    const PortraitPixels painted = PaintPortrait(width, skin);
+// The sample portrait as a bitmap, with skin of a colour (0xRRGGBB; 0 for its own).
+inline Bitmap PortraitBitmap(int width, std::uint32_t skin = 0) {
+    PortraitLook look;
+    look.skinColour = skin;
+    const PortraitPixels painted = PaintPortrait(width, look);
     Bitmap bitmap(painted.width, painted.height);
     std::uint8_t* to = bitmap.MutablePixels();
     for (std::size_t i = 0; i < painted.rgb.size(); i += 3, to += 4) {

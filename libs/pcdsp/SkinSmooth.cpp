@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SkinSmooth.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+#include "Kernels.h"
+#include "MapReader.h"
+#include "RangeGrid.h"
+#include "ReducedCopy.h"
+#include "Rows.h"
+
+// How skin is smoothed. All work happens on a reduced copy, and what comes out is a smooth correction that is added to
+// the picture; the finest grain is therefore never touched.
+//
+//   fine    the copy after a Gaussian that takes out the grain
+//   even    mean of `fine` over a neighbourhood of some hundredths of the face, over pixels of like value only
+//           (RangeGrid): other pixels of the same skin, not the lashes beside it
+//   change  strength * flat * (even - fine), and a part of (fine - copy) to soften the shadows of pores; `flat` falls
+//   to
+//           0 where the picture has contrast within a short way: edges of features
+//   correction = change - its mean over a tenth of the face, so that light and shade and the colour of the face stay
+//
+// Lengths follow the face, whose width is judged from how much of the picture has the colour of skin.
+
+namespace {
+
+constexpr int MostCells = 1800000;
+// Cells of place in a grid: more would cost time that a reduced copy was made to save.
+constexpr double MostPlaces = 60000.0;
+constexpr int MaxHalf = 16;
+
+double Env(const char* name, double otherwise) {
+    const char* text = std::getenv(name);
+    return text ? std::atof(text) : otherwise;
+}
+
+struct Gaussian {
+    int half = 1;
+    std::array<float, MaxHalf + 1> weights{};
+
+    explicit Gaussian(double sigma) : half(std::clamp(static_cast<int>(std::ceil(2.6 * sigma)), 1, MaxHalf)) {
+        double sum = 0.0;
+        for (int i = 0; i <= half; ++i) sum += (i ? 2.0 : 1.0) * std::exp(-0.5 * i * i / (sigma * sigma));
+        for (int i = 0; i <= half; ++i) weights[i] = static_cast<float>(std::exp(-0.5 * i * i / (sigma * sigma)) / sum);
+    }
+};
+
+// Levels of green, which shows blood and edges best, to numbers whose equal steps look equal: a blotch is a part of the
+// light that falls on it. One is `levels` levels at level 180.
+class GuideScale {
+  public:
+    explicit GuideScale(float levels) {
+        constexpr float knee = 40.0f;
+        for (int i = 0; i < Steps; ++i)
+            m_values[i] = (180.0f + knee) / levels * std::log(1.0f + 0.25f * static_cast<float>(i) / knee);
+    }
+    float Of(float level) const { return m_values[static_cast<int>(std::clamp(level, 0.0f, 255.0f) * 4.0f + 0.5f)]; }
+    float Range() const { return m_values[Steps - 1]; }
+
+  private:
+    static constexpr int Steps = 1021;
+    std::array<float, Steps> m_values;
+};
+
+class SkinSmoother {
+  public:
+    SkinSmoother(std::uint8_t* pixels, int width, int height, float sigma)
+        : m_sigma(sigma),
+          m_binLevels(static_cast<float>(Env("SK_RANGE", 30) + Env("SK_RANGES", 6) * sigma)),
+          m_scale(m_binLevels),
+          m_copy(pixels, width, height, MostCells),
+          m_columns(m_copy.Columns()),
+          m_rows(m_copy.Rows()),
+          m_face(m_copy.FaceWidth()),
+          m_fine(Colours + 1, m_columns, m_rows) {}
+
+    // In this order; the last leaves the correction in the copy's cells.
+    void MakeFine();
+    void MakeChange();
+    void KeepShading();
+
+    ReducedCopy& Correction() { return m_copy; }
+
+  private:
+    static constexpr int Colours = ReducedCopy::Colours;
+    static constexpr int Guide = Colours;  // the plane of m_fine behind its colours
+
+    // A grid with cells of `part` of the face, not more than are sensible.
+    RangeGrid GridOf(double part, float range) const {
+        const double least = std::sqrt(double(m_columns) * m_rows / MostPlaces);
+        return RangeGrid(m_columns, m_rows, static_cast<float>(std::max({part * m_face, least, 1.0})), range);
+    }
+    template <class Row>
+    void AddRows(RangeGrid& grid, Row row) const {
+        ForEachBand(grid.CellRows(), 1, [&](int first, int last) {
+            for (int cells = first; cells < last; ++cells)
+                for (int y = grid.FirstRowOf(cells); y < grid.FirstRowOf(cells + 1); ++y) row(cells, y);
+        });
+        grid.Blur();
+    }
+
+    float m_sigma;
+    float m_binLevels;
+    GuideScale m_scale;
+    ReducedCopy m_copy;
+    int m_columns, m_rows;
+    double m_face;
+    Planes m_fine;
+};
+
+void SkinSmoother::MakeFine() {
+    const Gaussian blur(std::max(0.3, Env("SK_FINE", 0.0025) * m_face));
+    const int half = blur.half;
+    ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
+        std::vector<float> line(m_columns + 2 * half + Planes::Slack);
+        float* const middle = line.data() + half;
+        std::array<const float*, 2 * MaxHalf + 1> rows;
+        const GaussianTaps taps{rows.data(), blur.weights.data(), half};
+        for (int y = first; y < last; ++y) {
+            for (int c = 0; c < Colours; ++c) {
+                for (int k = -half; k <= half; ++k) rows[k + half] = m_copy.Row(c, std::clamp(y + k, 0, m_rows - 1));
+                Kernels().gaussianRow(taps, m_columns, middle);
+                std::fill(line.data(), middle, middle[0]);
+                std::fill(middle + m_columns, middle + m_columns + half, middle[m_columns - 1]);
+                for (int k = -half; k <= half; ++k) rows[k + half] = middle + k;
+                Kernels().gaussianRow(taps, m_columns, m_fine.Row(c, y));
+            }
+            const float* const green = m_fine.Row(1, y);
+            float* const guide = m_fine.Row(Guide, y);
+            for (int x = 0; x < m_columns; ++x) guide[x] = m_scale.Of(green[x]);
+        }
+    });
+}
+
+void SkinSmoother::MakeChange() {
+    RangeGrid grid = GridOf(Env("SK_SIDE", 0.048), m_scale.Range());
+    AddRows(grid, [&](int cells, int y) {
+        grid.Add(cells, m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
+    });
+    const float strength =
+        static_cast<float>(Env("SK_TOP", 1.15)) * (1.0f - std::exp(-static_cast<float>(Env("SK_K", 1.2)) * m_sigma));
+    const float pores = strength * static_cast<float>(Env("SK_PORES", 0.3));
+    const int reach = std::max(1, static_cast<int>(std::lround(Env("SK_REACH", 0.008) * m_face)));
+    const float edge = static_cast<float>(m_binLevels / (Env("SK_EDGE", 26.0) + Env("SK_EDGES", 4.0) * m_sigma));
+    const float limit = static_cast<float>(Env("SK_LIMIT", 1000.0));
+    ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
+        RangeGrid::Row mean(grid);
+        for (int y = first; y < last; ++y) {
+            mean.MoveTo(y);
+            const float* const guide = m_fine.Row(Guide, y);
+            const float* const above = m_fine.Row(Guide, std::max(y - reach, 0));
+            const float* const below = m_fine.Row(Guide, std::min(y + reach, m_rows - 1));
+            for (int x = 0; x < m_columns; ++x) {
+                const float across = guide[std::min(x + reach, m_columns - 1)] - guide[std::max(x - reach, 0)];
+                const float down = below[x] - above[x];
+                const float steep = (across * across + down * down) * edge * edge;
+                const float flat = 1.0f / (1.0f + steep * steep);
+                const RangeGrid::Cell even = mean.Read(x, guide[x]);
+                const float scale = 1.0f / even[0];
+                const float green = even[2] * scale - m_fine.Row(1, y)[x];
+                const float share = flat * strength / (1.0f + green * green / (limit * limit));
+                for (int c = 0; c < Colours; ++c) {
+                    const float fine = m_fine.Row(c, y)[x];
+                    float& copy = m_copy.Row(c, y)[x];
+                    copy = share * (even[c + 1] * scale - fine) + flat * pores * (fine - copy);
+                }
+            }
+        }
+    });
+}
+
+void SkinSmoother::KeepShading() {
+    if (Env("SK_LOW", 0.055) <= 0) return;
+    RangeGrid grid = GridOf(Env("SK_LOW", 0.055), 0.0f);
+    const std::vector<float> nothing(m_columns);
+    AddRows(grid, [&](int cells, int y) {
+        grid.Add(cells, nothing.data(), m_copy.Row(0, y), m_copy.Row(1, y), m_copy.Row(2, y));
+    });
+    ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
+        RangeGrid::Row mean(grid);
+        for (int y = first; y < last; ++y) {
+            mean.MoveTo(y);
+            for (int x = 0; x < m_columns; ++x) {
+                const RangeGrid::Cell low = mean.Read(x, 0.0f);
+                const float scale = 1.0f / low[0];
+                for (int c = 0; c < Colours; ++c) m_copy.Row(c, y)[x] -= low[c + 1] * scale;
+            }
+        }
+    });
+}
+
+}  // namespace
+
+bool SmoothSkin(std::uint8_t* pixels, int width, int height, float sigma, const std::uint8_t* mask,
+                const ProgressSpan& span) {
+    const auto [fining, changing, keeping, correcting] = Split<4>(span, {4, 3, 2, 3});
+    if (!fining.CanContinue()) return false;
+    SkinSmoother smoother(pixels, width, height, sigma);
+    smoother.MakeFine();
+    fining.Report(1, 1);
+    if (!changing.CanContinue()) return false;
+    smoother.MakeChange();
+    changing.Report(1, 1);
+    if (!keeping.CanContinue()) return false;
+    smoother.KeepShading();
+    keeping.Report(1, 1);
+
+    ReducedCopy& correction = smoother.Correction();
+    MapReader::CloseRows(correction.Cells(), ReducedCopy::Colours);
+    const MapColumns columns(width, correction.Factor(), correction.Columns());
+    return RunRows(correcting, height, std::max(GrainOf(width), 4 * correction.Factor()), [&](int first, int last) {
+        MapReader reader(correction.Cells(), ReducedCopy::Colours, columns, width, correction.Factor());
+        MappedRow row;
+        for (int y = first; y < last; ++y) {
+            reader.MoveTo(y, row.above, row.below, &row.part);
+            row.mask = mask ? mask + std::ptrdiff_t{width} * y : nullptr;
+            Kernels().correctRow(pixels + std::ptrdiff_t{4} * width * y, width, row);
+        }
+    });
+}
