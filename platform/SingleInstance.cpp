@@ -90,8 +90,10 @@ SingleInstance::Answer SingleInstance::Ask(milliseconds patience) const {
     socket.connectToServer(m_name);
     if (!socket.waitForConnected(Remaining(deadline))) return Answer::None;
     ucred peer = {};
+    // A peer that is gone by now has said nothing.
+    if (!PeerOf(static_cast<int>(socket.socketDescriptor()), peer)) return Answer::None;
     // The name of a socket is free for anyone to take; only the holder of the lock speaks for it.
-    if (!PeerOf(static_cast<int>(socket.socketDescriptor()), peer) || peer.uid != ::geteuid()) return Answer::Stranger;
+    if (peer.uid != ::geteuid()) return Answer::Stranger;
     const pid_t holder = m_lock.Holder();
     if (holder != 0 && peer.pid != holder) return Answer::None;
     const QByteArray visible = Exchange(socket, "visible?", deadline);
