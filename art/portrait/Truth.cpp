@@ -10,7 +10,7 @@ namespace {
 // Writes JSON members one after the other; numbers are pixels with one decimal.
 class Writer {
   public:
-    explicit Writer(int width) : m_scene({}), m_scale(width / Scene::Width) {}
+    explicit Writer(int width) : m_scale(width / Scene::Width) {}
 
     std::string OfFace(Vec2 face) const { return OfCanvas(m_scene.ToCanvas(face)); }
     std::string OfCanvas(Vec2 p) const {
