@@ -45,7 +45,7 @@ std::vector<Figure> Figures(int (*fill)(unsigned char**, int)) {
             {"rim", profile.back(), "", 0, 0.01, 2},
             {"rises", static_cast<double>(rises), "", 0, 0},
             {"half at", half, " r", 0.3, 0.95, 2},
-            {"bend after 25 stamps", bend, " levels", -Figure::None, 8, 1}};
+            {"bend after 25 stamps", bend, " levels", -Figure::None, 32}};
 }
 
 }  // namespace

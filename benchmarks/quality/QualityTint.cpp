@@ -36,8 +36,8 @@ std::vector<Figure> Figures(const Subject& subject, const Bitmap& after, const T
     std::vector<Figure> figures = {
         {"texture", CorrelationOf(was - Blurred(was, 0.01 * w), is - Blurred(is, 0.01 * w), subject.skin), "", 0.97,
          Figure::None, 3},
-        {"away from the tone", away(skinIs), " ab", -Figure::None, std::max(10.0, (dark ? 0.95 : 0.75) * away(skinWas)),
-         1},
+        {"way to the tone", 100.0 * (1.0 - away(skinIs) / away(skinWas)), " %",
+         dark || away(skinWas) < 12.0 ? -Figure::None : 15},
         {"unevenness", 100.0 * Unevenness(labIs, subject.skin) / Unevenness(labWas, subject.skin), " %", -Figure::None,
          100},
         {"lightness", skinIs.l - skinWas.l, " L*", -8, 8, 1},

@@ -106,14 +106,21 @@ ColourRamp RecolouringRamp(int red, int green, int blue) {
 }
 
 ColourRamp SkinToneRamp(int red, int green, int blue) {
-    const Lch wanted = LchOf(red, green, blue);
+    constexpr double usualHue = 0.96;  // 55 degrees, where skin of every tone lies
+    constexpr double calm = 24.0;      // chroma above it is no longer skin but paint, and counts by a third
+    Lch wanted = LchOf(red, green, blue);
+    if (wanted.c > calm) wanted.c = calm + (wanted.c - calm) / 3.0;
+    // From the hue of the tone to that of skin, the shorter way round.
+    const double turn = std::remainder(usualHue - wanted.h, 2.0 * std::acos(-1.0));
+    const auto darker = [&](double l) {
+        const double t = std::clamp((wanted.l - l - 8.0) / 40.0, 0.0, 1.0);
+        return t * t * (3.0 - 2.0 * t);
+    };
     const auto colour = [&](double l) -> Lch {
         const double ends = std::min(1.0, l * (100.0 - l) / 1600.0);
-        const double target = l + 8.0 * ends * std::tanh(0.15 * (wanted.l - l) / 8.0);
-        return {target, wanted.c * std::sqrt(SkinChroma(target) / std::max(SkinChroma(wanted.l), 1.0)), wanted.h};
+        const double target = l + 8.0 * ends * std::tanh(0.25 * (wanted.l - l) / 8.0);
+        const double chroma = wanted.c * std::sqrt(SkinChroma(target) / std::max(SkinChroma(wanted.l), 1.0));
+        return {target, chroma, wanted.h + 0.7 * darker(l) * turn};
     };
-    return RampOf(colour, [&](double l) {
-        const double darker = std::clamp((wanted.l - l - 10.0) / 50.0, 0.0, 1.0);
-        return 0.8 - 0.4 * darker * darker * (3.0 - 2.0 * darker);
-    });
+    return RampOf(colour, [&](double l) { return 0.65 - 0.3 * darker(l); });
 }

@@ -80,5 +80,6 @@ double ReducedCopy::FaceWidth() const {
         }
     }
     const double side = std::sqrt(double(Columns()) * Rows());
-    return 0.5 * (UsualFace * side + FaceOfSkin * std::sqrt(sum) * step);
+    const double bySkin = FaceOfSkin * std::sqrt(sum) * step;
+    return std::max(0.5 * (UsualFace * side + bySkin), 0.9 * bySkin);
 }

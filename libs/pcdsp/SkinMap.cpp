@@ -12,7 +12,7 @@ namespace {
 constexpr double Reaches[] = {0.006, 0.015};  // in face widths
 constexpr float Uneven = 28.0f;               // the contrast in levels, at level 180, that halves the likelihood
 // Deviations of one person's skin in the two ratios of kernels/SkinTone.h, shadow and blush included.
-constexpr float SpreadP = 0.26f, SpreadQ = 0.11f;
+constexpr float SpreadP = 0.22f, SpreadQ = 0.15f;
 
 struct Ratios {
     float p, q;
@@ -37,22 +37,20 @@ float Evenness(const ReducedCopy& copy, int x, int y, int reach) {
 
 }  // namespace
 
-Plane SkinMap(const ReducedCopy& copy, double face) {
-    Plane skin(copy.Columns(), copy.Rows());
-    std::vector<Sums> rows(skin.height);
-    ForEachBand(skin.height, GrainOf(skin.width), [&](int first, int last) {
+SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns(), copy.Rows()), even(colour) {
+    const int width = copy.Columns(), height = copy.Rows();
+    int reaches[2];
+    for (int i = 0; i < 2; ++i) reaches[i] = std::max(1, static_cast<int>(std::lround(Reaches[i] * face)));
+    std::vector<Sums> rows(height);
+    ForEachBand(height, GrainOf(width), [&](int first, int last) {
         for (int y = first; y < last; ++y) {
-            float* const out = skin.Row(y);
-            copy.SkinOfRow(y, 1, out);
-            const float* const red = copy.Row(0, y);
-            const float* const green = copy.Row(1, y);
-            const float* const blue = copy.Row(2, y);
-            for (int x = 0; x < skin.width; ++x) {
-                if (out[x] == 0.0f) continue;
-                for (const double reach : Reaches)
-                    out[x] *= Evenness(copy, x, y, std::max(1, static_cast<int>(std::lround(reach * face))));
-                const Ratios ratios(red[x], green[x], blue[x]);
-                const double weight = double(out[x]) * out[x];
+            float* const skin = colour.Row(y);
+            float* const out = even.Row(y);
+            copy.SkinOfRow(y, 1, skin);
+            for (int x = 0; x < width; ++x) {
+                out[x] = Evenness(copy, x, y, reaches[0]) * Evenness(copy, x, y, reaches[1]);
+                const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
+                const double weight = double(skin[x]) * skin[x] * out[x];
                 rows[y].weight += weight;
                 rows[y].p += weight * ratios.p;
                 rows[y].q += weight * ratios.q;
@@ -65,18 +63,17 @@ Plane SkinMap(const ReducedCopy& copy, double face) {
         all.p += row.p;
         all.q += row.q;
     }
-    if (all.weight <= 0.0) return skin;
-    const auto meanP = static_cast<float>(all.p / all.weight), meanQ = static_cast<float>(all.q / all.weight);
-    ForEachBand(skin.height, GrainOf(skin.width), [&](int first, int last) {
-        for (int y = first; y < last; ++y) {
-            float* const out = skin.Row(y);
-            for (int x = 0; x < skin.width; ++x) {
+    const double scale = all.weight > 0.0 ? 1.0 / all.weight : 0.0;
+    const auto meanP = static_cast<float>(all.p * scale), meanQ = static_cast<float>(all.q * scale);
+    ForEachBand(height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y)
+            for (int x = 0; x < width; ++x) {
                 const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
                 const float p = (ratios.p - meanP) / SpreadP, q = (ratios.q - meanQ) / SpreadQ;
                 const float away = p * p + q * q;
-                out[x] /= 1.0f + away * away;
+                // No skin at all, as in a picture of the sea, leaves nothing.
+                colour.Row(y)[x] = scale > 0.0 ? 1.0f / (1.0f + away * away * away) : 0.0f;
+                even.Row(y)[x] *= colour.Row(y)[x];
             }
-        }
     });
-    return skin;
 }

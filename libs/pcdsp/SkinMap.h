@@ -4,7 +4,13 @@
 #include "GuidedLayer.h"
 #include "ReducedCopy.h"
 
-// How likely each cell is skin of the person in the picture, 0 to 1: the colour of skin, even within a short way (hair
-// has that colour too, but not the evenness), and near the mean colour of all that is so. `face` is the face's width in
-// cells. Not smoothed.
-Plane SkinMap(const ReducedCopy& copy, double face);
+// Where the skin of the person in the picture is, cell by cell, 0 to 1, not smoothed. `face` is the face's width in
+// cells.
+struct SkinMaps {
+    // How like the person's skin a cell's colour is, in light and shadow.
+    Plane colour;
+    // The same, and even within a short way: hair has the colour of skin too, but not the evenness.
+    Plane even;
+
+    SkinMaps(const ReducedCopy& copy, double face);
+};

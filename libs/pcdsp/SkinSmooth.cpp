@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <vector>
 
 #include "Kernels.h"
@@ -33,10 +32,17 @@ constexpr int MostCells = 1800000;
 constexpr double MostPlaces = 60000.0;
 constexpr int MaxHalf = 16;
 
-double Env(const char* name, double otherwise) {
-    const char* text = std::getenv(name);
-    return text ? std::atof(text) : otherwise;
-}
+// Lengths in face widths: the deviation of the Gaussian that takes out grain, the cells of the grid of like values,
+// those of the grid of light and shade, and how far contrast is looked for.
+constexpr double FinePart = 0.0025, EvenPart = 0.045, ShadePart = 0.039, ReachPart = 0.0105;
+// Levels at level 180: pixels within about LikeLevels count as like; contrast of EdgeLevels halves the change, and more
+// with sigma. A line of pixels across which the contrast is equal counts by Line.
+constexpr float LikeLevels = 34.0f, LikeRise = 1.5f, EdgeLevels = 32.0f, EdgeRise = 10.0f, Line = 0.25f;
+// Differences of colour beyond this are another material.
+constexpr float ColourLevels = 32.0f;
+// Strength is Top (1 - exp(-Rise sigma)): 0.97 at 1, 1.43 at 3. More than 1 makes up for what the borders of the band
+// take away. Pores is the part of it for what is finer than `fine` and coarser than the copy.
+constexpr float Top = 1.5f, Rise = 1.05f, Pores = 0.18f;
 
 struct Gaussian {
     int half = 1;
@@ -70,7 +76,7 @@ class SkinSmoother {
   public:
     SkinSmoother(std::uint8_t* pixels, int width, int height, float sigma)
         : m_sigma(sigma),
-          m_binLevels(static_cast<float>(Env("SK_RANGE", 30) + Env("SK_RANGES", 6) * sigma)),
+          m_binLevels(LikeLevels + LikeRise * sigma),
           m_scale(m_binLevels),
           m_copy(pixels, width, height, MostCells),
           m_columns(m_copy.Columns()),
@@ -113,7 +119,7 @@ class SkinSmoother {
 };
 
 void SkinSmoother::MakeFine() {
-    const Gaussian blur(std::max(0.3, Env("SK_FINE", 0.0025) * m_face));
+    const Gaussian blur(std::max(0.3, FinePart * m_face));
     const int half = blur.half;
     ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
         std::vector<float> line(m_columns + 2 * half + Planes::Slack);
@@ -137,16 +143,15 @@ void SkinSmoother::MakeFine() {
 }
 
 void SkinSmoother::MakeChange() {
-    RangeGrid grid = GridOf(Env("SK_SIDE", 0.048), m_scale.Range());
+    RangeGrid grid = GridOf(EvenPart, m_scale.Range());
     AddRows(grid, [&](int cells, int y) {
         grid.Add(cells, m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
     });
-    const float strength =
-        static_cast<float>(Env("SK_TOP", 1.15)) * (1.0f - std::exp(-static_cast<float>(Env("SK_K", 1.2)) * m_sigma));
-    const float pores = strength * static_cast<float>(Env("SK_PORES", 0.3));
-    const int reach = std::max(1, static_cast<int>(std::lround(Env("SK_REACH", 0.008) * m_face)));
-    const float edge = static_cast<float>(m_binLevels / (Env("SK_EDGE", 26.0) + Env("SK_EDGES", 4.0) * m_sigma));
-    const float limit = static_cast<float>(Env("SK_LIMIT", 1000.0));
+    const float strength = Top * (1.0f - std::exp(-Rise * m_sigma));
+    const float pores = strength * Pores;
+    const int reach = std::max(1, static_cast<int>(std::lround(ReachPart * m_face)));
+    const float edge = m_binLevels / (EdgeLevels + EdgeRise * m_sigma);
+    const float perColour = 1.0f / ColourLevels;
     ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
         RangeGrid::Row mean(grid);
         for (int y = first; y < last; ++y) {
@@ -155,18 +160,23 @@ void SkinSmoother::MakeChange() {
             const float* const above = m_fine.Row(Guide, std::max(y - reach, 0));
             const float* const below = m_fine.Row(Guide, std::min(y + reach, m_rows - 1));
             for (int x = 0; x < m_columns; ++x) {
-                const float across = guide[std::min(x + reach, m_columns - 1)] - guide[std::max(x - reach, 0)];
-                const float down = below[x] - above[x];
-                const float steep = (across * across + down * down) * edge * edge;
-                const float flat = 1.0f / (1.0f + steep * steep);
+                const float here = guide[x];
+                const float right = guide[std::min(x + reach, m_columns - 1)], left = guide[std::max(x - reach, 0)];
+                const float across = right - left, down = below[x] - above[x];
+                const float ridge = right + left - 2.0f * here, bar = above[x] + below[x] - 2.0f * here;
+                const float steep = (across * across + down * down + Line * (ridge * ridge + bar * bar)) * edge * edge;
+                const float flat = 1.0f / (1.0f + steep * steep * steep * steep);
                 const RangeGrid::Cell even = mean.Read(x, guide[x]);
                 const float scale = 1.0f / even[0];
-                const float green = even[2] * scale - m_fine.Row(1, y)[x];
-                const float share = flat * strength / (1.0f + green * green / (limit * limit));
+                float away[Colours];
+                for (int c = 0; c < Colours; ++c) away[c] = even[c + 1] * scale - m_fine.Row(c, y)[x];
+                // What differs in colour by more than a blotch does is not the same skin: teeth, lips.
+                const float red = (away[0] - away[1]) * perColour, blue = (away[2] - away[1]) * perColour;
+                const float other = red * red + blue * blue;
+                const float share = strength * flat / (1.0f + other * other * other);
                 for (int c = 0; c < Colours; ++c) {
-                    const float fine = m_fine.Row(c, y)[x];
                     float& copy = m_copy.Row(c, y)[x];
-                    copy = share * (even[c + 1] * scale - fine) + flat * pores * (fine - copy);
+                    copy = share * away[c] + flat * pores * (m_fine.Row(c, y)[x] - copy);
                 }
             }
         }
@@ -174,8 +184,7 @@ void SkinSmoother::MakeChange() {
 }
 
 void SkinSmoother::KeepShading() {
-    if (Env("SK_LOW", 0.055) <= 0) return;
-    RangeGrid grid = GridOf(Env("SK_LOW", 0.055), 0.0f);
+    RangeGrid grid = GridOf(ShadePart, 0.0f);
     const std::vector<float> nothing(m_columns);
     AddRows(grid, [&](int cells, int y) {
         grid.Add(cells, nothing.data(), m_copy.Row(0, y), m_copy.Row(1, y), m_copy.Row(2, y));

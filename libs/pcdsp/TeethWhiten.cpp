@@ -20,8 +20,8 @@
 namespace {
 
 constexpr int MostCells = 400000;
-constexpr double Around = 0.3, Tooth = 0.014;  // radii in face widths
-constexpr float Lift = 1.5f;                   // slope at black of the curve that lightens: +5 to +8 L* of teeth
+constexpr double Around = 0.3, Tooth = 0.015, Lips = 0.05;  // radii in face widths
+constexpr float Lift = 1.8f;  // slope at black of the curve that lightens: +5 to +8 L* of teeth
 // What stands for skin where there is none, and how much that counts.
 constexpr float UsualP = 0.24f, UsualQ = 0.12f, UsualLight = 150.0f, UsualWeight = 0.02f;
 
@@ -38,7 +38,7 @@ struct Cell {
 };
 
 struct Mouth {
-    Plane perP, perQ;  // 1 / p and 1 / (2 q) of the skin around
+    Plane perP, perQ;  // 1 / p and 0.3 / q of the skin around
     Plane patches;     // 1 where a patch looks like teeth
 
     explicit Mouth(const ReducedCopy& copy);
@@ -48,7 +48,7 @@ Mouth::Mouth(const ReducedCopy& copy) : perP(copy.Columns(), copy.Rows()), perQ(
     const double face = copy.FaceWidth();
     const int around = std::max(1, static_cast<int>(std::lround(Around * face)));
     const int tooth = std::max(1, static_cast<int>(std::lround(Tooth * face)));
-    Plane weight = SkinMap(copy, face), light = perP;
+    Plane weight = SkinMaps(copy, face).even, light = perP, lips = perP;
     const auto forCells = [&](auto body) {
         ForEachBand(copy.Rows(), GrainOf(copy.Columns()), [&](int first, int last) {
             for (int y = first; y < last; ++y)
@@ -56,6 +56,12 @@ Mouth::Mouth(const ReducedCopy& copy) : perP(copy.Columns(), copy.Rows()), perQ(
                     body(x, y, Cell(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]));
         });
     };
+    std::vector<float> likely(copy.Columns());
+    for (int y = 0; y < copy.Rows(); ++y) {
+        copy.SkinOfRow(y, 1, likely.data());
+        // A wall is even too, but only faintly of the colour of skin.
+        for (int x = 0; x < copy.Columns(); ++x) weight.Row(y)[x] *= likely[x] * likely[x];
+    }
     forCells([&](int x, int y, const Cell& cell) {
         const float skin = weight.Row(y)[x];
         perP.Row(y)[x] = skin * cell.p;
@@ -69,15 +75,20 @@ Mouth::Mouth(const ReducedCopy& copy) : perP(copy.Columns(), copy.Rows()), perQ(
             return (plane.Row(y)[x] + UsualWeight * usual) * scale;
         };
         const float p = 1.0f / std::max(0.06f, mean(perP, UsualP));
-        const float q = 0.5f / std::max(0.05f, mean(perQ, UsualQ));
+        const float q = 0.3f / std::max(0.05f, mean(perQ, UsualQ));
         const float luma = mean(light, UsualLight);
         perP.Row(y)[x] = p;
         perQ.Row(y)[x] = q;
-        patches.Row(y)[x] = Soft(cell.p * p + std::max(cell.q, 0.0f) * q, 1.25f, 0.95f) *
-                            Soft(cell.luma / std::max(luma, 20.0f), 0.3f, 0.6f);
+        patches.Row(y)[x] = Soft(cell.p * p + std::max(cell.q, 0.0f) * q, 1.08f, 0.82f) *
+                            Soft(cell.luma / std::max(luma, 20.0f), 0.55f, 0.85f);
+        lips.Row(y)[x] = Soft(cell.p * p - cell.q * q * (1.0f / 0.3f), 0.3f, 0.8f) * Soft(cell.p * p, 0.7f, 0.9f);
     });
     patches = BoxMean(patches, tooth);
-    for (float& patch : patches.values) patch = Soft(patch, 0.25f, 0.55f);
+    lips = BoxMean(lips, std::max(1, static_cast<int>(std::lround(Lips * face))));
+    forCells([&](int x, int y, const Cell&) {
+        float& patch = patches.Row(y)[x];
+        patch = Soft(patch, 0.35f, 0.65f) * Soft(lips.Row(y)[x], 0.05f, 0.15f);
+    });
 }
 
 }  // namespace
