@@ -38,8 +38,7 @@ std::vector<Figure> Figures(const Subject& subject, const Bitmap& after, const T
          Figure::None, 3},
         {"way to the tone", 100.0 * (1.0 - away(skinIs) / away(skinWas)), " %",
          dark || away(skinWas) < 12.0 ? -Figure::None : 15},
-        {"unevenness", 100.0 * Unevenness(labIs, subject.skin) / Unevenness(labWas, subject.skin), " %", -Figure::None,
-         100},
+        {"unevenness", 100.0 * Unevenness(labIs, subject.skin) / Unevenness(labWas, subject.skin), " %"},
         {"lightness", skinIs.l - skinWas.l, " L*", -8, 8, 1},
         {"colourfulness", 100.0 * ChromaOf(skinIs) / std::max(ChromaOf(skinWas), 1.0), " %",
          dark ? 60.0 : -Figure::None}};

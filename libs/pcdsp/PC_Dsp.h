@@ -107,7 +107,7 @@ class PC_Dsp {
     static int CannyDericheBlur(Bitmap& bitmap, float sigmaX, float sigmaY, const unsigned char* mask,
                                 CObjProgress* progress, int start, int end);
 
-    // Gives skin the tone (red, green, blue) and keeps its shading and texture. Each pixel goes four fifths of the way
+    // Gives skin the tone (red, green, blue) and keeps its shading and texture. Each pixel goes two thirds of the way
     // to what that tone looks like at its own lightness, which moves by at most 8 L*; on much darker skin less far, so
     // that a pale tone is never powder. What is not skin, by colour and evenness of its neighbourhood, hardly moves.
     static int CompositeColor(unsigned char* pixels, int width, int height, unsigned char red, unsigned char green,

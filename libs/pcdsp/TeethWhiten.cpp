@@ -13,14 +13,16 @@
 
 // What a tooth is, is a question of the skin beside it: in warm light teeth are as yellow as skin in daylight, but
 // always less red than the same person's skin. With p and q of kernels/SkinTone.h, redness and yellowness, the likeness
-// of a pixel is p / p of the skin + q / (2 q of the skin): 1.5 for the skin itself, more for lips and gums, 0.4 to 1
-// for teeth. Three maps on a reduced copy say what the skin of the neighbourhood is (means weighed by SkinMap), and
-// where whole patches the size of a tooth look like teeth, which a beard's single hairs and the gloss on lips do not.
+// of a pixel is p / p of the skin + 0.3 q / q of the skin: 1.3 for the skin itself, more for lips and gums, 0.4 to 1
+// for teeth. Three maps on a reduced copy say what the skin of the neighbourhood is (means weighed by SkinMaps), and
+// where whole patches look like teeth, light and between lips, which a beard, bright skin and most gloss on lips are
+// not.
 
 namespace {
 
 constexpr int MostCells = 400000;
-constexpr double Around = 0.3, Tooth = 0.015, Lips = 0.05;  // radii in face widths
+// In face widths.
+constexpr double Around = 0.3, Tooth = 0.013, Spot = 0.02, Apart = 0.22, Row = 0.12;
 constexpr float Lift = 1.8f;  // slope at black of the curve that lightens: +5 to +8 L* of teeth
 // What stands for skin where there is none, and how much that counts.
 constexpr float UsualP = 0.24f, UsualQ = 0.12f, UsualLight = 150.0f, UsualWeight = 0.02f;
@@ -36,6 +38,21 @@ struct Cell {
           q((g - b) / std::max(r, 1.0f)),
           luma(0.2126f * r + 0.7152f * g + 0.0722f * b) {}
 };
+
+// 1 where lips stand both above and below, less with their distance, which counts `fall` a cell.
+Plane Between(const Plane& lips, float fall) {
+    Plane above = lips, below = lips;
+    ForEachBand(lips.width, 64, [&](int first, int last) {
+        for (int y = 1; y < lips.height; ++y)
+            for (int x = first; x < last; ++x) above.Row(y)[x] = std::max(lips.Row(y)[x], above.Row(y - 1)[x] - fall);
+        for (int y = lips.height - 2; y >= 0; --y)
+            for (int x = first; x < last; ++x) below.Row(y)[x] = std::max(lips.Row(y)[x], below.Row(y + 1)[x] - fall);
+        for (int y = 0; y < lips.height; ++y)
+            for (int x = first; x < last; ++x)
+                above.Row(y)[x] = Soft(std::min(above.Row(y)[x], below.Row(y)[x]), 0.05f, 0.35f);
+    });
+    return above;
+}
 
 struct Mouth {
     Plane perP, perQ;  // 1 / p and 0.3 / q of the skin around
@@ -79,15 +96,31 @@ Mouth::Mouth(const ReducedCopy& copy) : perP(copy.Columns(), copy.Rows()), perQ(
         const float luma = mean(light, UsualLight);
         perP.Row(y)[x] = p;
         perQ.Row(y)[x] = q;
-        patches.Row(y)[x] = Soft(cell.p * p + std::max(cell.q, 0.0f) * q, 1.08f, 0.82f) *
+        patches.Row(y)[x] = Soft(cell.p * p + std::max(cell.q, 0.0f) * q, 1.15f, 0.95f) *
                             Soft(cell.luma / std::max(luma, 20.0f), 0.55f, 0.85f);
         lips.Row(y)[x] = Soft(cell.p * p - cell.q * q * (1.0f / 0.3f), 0.3f, 0.8f) * Soft(cell.p * p, 0.7f, 0.9f);
     });
     patches = BoxMean(patches, tooth);
-    lips = BoxMean(lips, std::max(1, static_cast<int>(std::lround(Lips * face))));
+    // A spot is as red as lips, but small.
+    const Plane solid = BoxMean(lips, std::max(1, static_cast<int>(std::lround(Spot * face))));
+    forCells([&](int x, int y, const Cell&) { lips.Row(y)[x] *= Soft(solid.Row(y)[x], 0.25f, 0.5f); });
+    const Plane between = Between(lips, static_cast<float>(1.0 / (Apart * face)));
     forCells([&](int x, int y, const Cell&) {
         float& patch = patches.Row(y)[x];
-        patch = Soft(patch, 0.35f, 0.65f) * Soft(lips.Row(y)[x], 0.05f, 0.15f);
+        patch = Soft(patch, 0.3f, 0.55f) * between.Row(y)[x];
+    });
+    // Gloss on a lip is as pale as a tooth, but darker than the teeth beside it. Means are of light, weighed by light.
+    Plane sum = patches, squares = patches;
+    forCells([&](int x, int y, const Cell& cell) {
+        sum.Row(y)[x] *= cell.luma;
+        squares.Row(y)[x] *= cell.luma * cell.luma;
+    });
+    const int row = std::max(1, static_cast<int>(std::lround(Row * face)));
+    sum = BoxMean(sum, row);
+    squares = BoxMean(squares, row);
+    forCells([&](int x, int y, const Cell& cell) {
+        const float ofTeeth = squares.Row(y)[x] / std::max(sum.Row(y)[x], 1e-3f);
+        patches.Row(y)[x] *= Soft(cell.luma, 0.5f * ofTeeth, 0.75f * ofTeeth + 1e-3f);
     });
 }
 

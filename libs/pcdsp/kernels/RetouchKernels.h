@@ -51,9 +51,13 @@ void TeethRow(std::uint8_t* pixels, int count, const MappedRow& row) {
         const Floats q = Max(c.g - c.b, Spread(0.0f)) * perRed * MapRowAt(row.above[1], row.below[1], row.part, x);
         const Floats patch = MapRowAt(row.above[2], row.below[2], row.part, x);
         const Floats notBlue = SoftEdge(c.b - Max(c.r, c.g), 14.0f, 4.0f);
-        const Floats tooth = SoftEdge(p + q, 1.08f, 0.82f) * SoftEdge(Weighted(c), 30.0f, 70.0f) * notBlue * patch;
-        const Floats yellow = Max(c.g - c.b - 2.0f, Spread(0.0f));
-        const Colours white = {Lifted(c.r, row.lift), Lifted(c.g, row.lift), Lifted(c.b + 0.88f * yellow, row.lift)};
+        const Floats tooth = SoftEdge(p + q, 1.15f, 0.95f) * SoftEdge(Weighted(c), 30.0f, 70.0f) * notBlue * patch;
+        // Most of all colour goes, then most of the yellow that is left.
+        const Floats grey = Weighted(c);
+        const Colours pale = {c.r + (grey - c.r) * 0.7f, c.g + (grey - c.g) * 0.7f, c.b + (grey - c.b) * 0.7f};
+        const Floats yellow = Max(pale.g - pale.b - 2.0f, Spread(0.0f));
+        const Colours white = {Lifted(pale.r, row.lift), Lifted(pale.g, row.lift),
+                               Lifted(pale.b + 0.7f * yellow, row.lift)};
         StoreWords(
             group,
             Pack({c.r + (white.r - c.r) * tooth, c.g + (white.g - c.g) * tooth, c.b + (white.b - c.b) * tooth}, words));
