@@ -37,7 +37,7 @@ std::vector<Figure> Figures(const Subject& subject, const Bitmap& after, const W
     };
     const cv::Mat1b strong = subject.face & (was.edges >= QuantileOf(was.edges, subject.face, 0.95));
     const std::vector<double> patches =
-        PatchDeltaE(LabOf(subject.picture), LabOf(after), subject.skin, std::max(3, static_cast<int>(0.1 * w)));
+        PatchDeltaE(LabOf(subject.picture), LabOf(after), subject.skin, std::max(3, static_cast<int>(0.15 * w)));
     return {{"blotches", kept(was.blotches, is.blotches) - 100.0, " %", -Figure::None, wanted.blotches},
             {"grain", kept(was.grain, is.grain), " %", wanted.grain},
             {"edges", 100.0 * MeanOf(is.edges, strong) / MeanOf(was.edges, strong), " %", 95},

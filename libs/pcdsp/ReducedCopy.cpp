@@ -28,12 +28,14 @@ ReducedCopy::ReducedCopy(const std::uint8_t* pixels, int width, int height, int 
 
 void ReducedCopy::Fill(const std::uint8_t* pixels, int width, int height) {
     const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    // A coarse cell has pixels enough without reading all of them.
+    const int step = std::max(1, m_factor / 3);
     ForEachBand(Rows(), std::max(1, GrainOf(width) / m_factor), [&](int first, int last) {
         std::vector<std::uint16_t> sums(stride);
         for (int y = first; y < last; ++y) {
             const int top = y * m_factor, bottom = std::min(top + m_factor, height);
             std::fill(sums.begin(), sums.end(), std::uint16_t{0});
-            for (int row = top; row < bottom; ++row)
+            for (int row = top; row < bottom; row += step)
                 Kernels().addRow(pixels + row * stride, static_cast<int>(stride), sums.data());
             float* const cells[Colours] = {Row(0, y), Row(1, y), Row(2, y)};
             for (int x = 0; x < Columns(); ++x) {
@@ -44,7 +46,7 @@ void ReducedCopy::Fill(const std::uint8_t* pixels, int width, int height) {
                     g += sums[4 * i + 1];
                     r += sums[4 * i + 2];
                 }
-                const float share = 1.0f / static_cast<float>((right - left) * (bottom - top));
+                const float share = 1.0f / static_cast<float>((right - left) * ((bottom - top + step - 1) / step));
                 cells[0][x] = static_cast<float>(r) * share;
                 cells[1][x] = static_cast<float>(g) * share;
                 cells[2][x] = static_cast<float>(b) * share;
@@ -81,5 +83,8 @@ double ReducedCopy::FaceWidth() const {
     }
     const double side = std::sqrt(double(Columns()) * Rows());
     const double bySkin = FaceOfSkin * std::sqrt(sum) * step;
-    return std::max(0.5 * (UsualFace * side + bySkin), 0.9 * bySkin);
+    const double guess = std::max(0.5 * (UsualFace * side + bySkin), 0.9 * bySkin);
+    // Next to no skin says nothing about its person.
+    const double trust = std::min(1.0, bySkin / (0.2 * side));
+    return UsualFace * side + trust * (guess - UsualFace * side);
 }

@@ -5,7 +5,8 @@
 
 #include "Planes.h"
 
-// A picture whose squares of factor x factor pixels are one cell each, their mean: planes red, green and blue in
+// A picture whose squares of factor x factor pixels are one cell each, their mean (of every second or
+// third row where cells are large): planes red, green and blue in
 // levels. The factor is the least that leaves at most `mostCells` (and at most 16).
 class ReducedCopy {
   public:

@@ -21,7 +21,14 @@ struct Ratios {
 
 // Sums of a row, added up in the order of rows so that threads do not show.
 struct Sums {
-    double weight = 0.0, p = 0.0, q = 0.0;
+    double weight = 0.0, p = 0.0, q = 0.0, luma = 0.0;
+
+    void Add(const Sums& other) {
+        weight += other.weight;
+        p += other.p;
+        q += other.q;
+        luma += other.luma;
+    }
 };
 
 float Evenness(const ReducedCopy& copy, int x, int y, int reach) {
@@ -50,21 +57,22 @@ SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns()
             for (int x = 0; x < width; ++x) {
                 out[x] = Evenness(copy, x, y, reaches[0]) * Evenness(copy, x, y, reaches[1]);
                 const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
-                const double weight = double(skin[x]) * skin[x] * out[x];
-                rows[y].weight += weight;
-                rows[y].p += weight * ratios.p;
-                rows[y].q += weight * ratios.q;
+                // The fourth power, since walls and cloths are even too, but only faintly of the colour of skin.
+                const double square = double(skin[x]) * skin[x], weight = square * square * out[x];
+                rows[y].Add(
+                    {weight, weight * ratios.p, weight * ratios.q,
+                     weight * (0.2126 * copy.Row(0, y)[x] + 0.7152 * copy.Row(1, y)[x] + 0.0722 * copy.Row(2, y)[x])});
             }
         }
     });
     Sums all;
-    for (const Sums& row : rows) {
-        all.weight += row.weight;
-        all.p += row.p;
-        all.q += row.q;
+    for (const Sums& row : rows) all.Add(row);
+    any = all.weight > 1.0;
+    if (any) {
+        meanP = static_cast<float>(all.p / all.weight);
+        meanQ = static_cast<float>(all.q / all.weight);
+        meanLuma = static_cast<float>(all.luma / all.weight);
     }
-    const double scale = all.weight > 0.0 ? 1.0 / all.weight : 0.0;
-    const auto meanP = static_cast<float>(all.p * scale), meanQ = static_cast<float>(all.q * scale);
     ForEachBand(height, GrainOf(width), [&](int first, int last) {
         for (int y = first; y < last; ++y)
             for (int x = 0; x < width; ++x) {
@@ -72,7 +80,7 @@ SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns()
                 const float p = (ratios.p - meanP) / SpreadP, q = (ratios.q - meanQ) / SpreadQ;
                 const float away = p * p + q * q;
                 // No skin at all, as in a picture of the sea, leaves nothing.
-                colour.Row(y)[x] = scale > 0.0 ? 1.0f / (1.0f + away * away * away) : 0.0f;
+                colour.Row(y)[x] = any ? 1.0f / (1.0f + away * away * away) : 0.0f;
                 even.Row(y)[x] *= colour.Row(y)[x];
             }
     });

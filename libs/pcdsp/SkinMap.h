@@ -11,6 +11,9 @@ struct SkinMaps {
     Plane colour;
     // The same, and even within a short way: hair has the colour of skin too, but not the evenness.
     Plane even;
+    // The mean skin: p and q of kernels/SkinTone.h, luma in levels; usual numbers where there is no skin.
+    bool any = false;
+    float meanP = 0.24f, meanQ = 0.12f, meanLuma = 150.0f;
 
     SkinMaps(const ReducedCopy& copy, double face);
 };

@@ -27,22 +27,22 @@
 
 namespace {
 
-constexpr int MostCells = 1800000;
+constexpr int MostCells = 1100000;
 // Cells of place in a grid: more would cost time that a reduced copy was made to save.
 constexpr double MostPlaces = 60000.0;
 constexpr int MaxHalf = 16;
 
 // Lengths in face widths: the deviation of the Gaussian that takes out grain, the cells of the grid of like values,
 // those of the grid of light and shade, and how far contrast is looked for.
-constexpr double FinePart = 0.0025, EvenPart = 0.045, ShadePart = 0.039, ReachPart = 0.0105;
+constexpr double FinePart = 0.0024, EvenPart = 0.05, ShadePart = 0.05, ReachPart = 0.0105;
 // Levels at level 180: pixels within about LikeLevels count as like; contrast of EdgeLevels halves the change, and more
 // with sigma. A line of pixels across which the contrast is equal counts by Line.
-constexpr float LikeLevels = 34.0f, LikeRise = 1.5f, EdgeLevels = 32.0f, EdgeRise = 10.0f, Line = 0.25f;
+constexpr float LikeLevels = 38.0f, LikeRise = 1.5f, EdgeLevels = 34.0f, EdgeRise = 11.0f, Line = 0.25f;
 // Differences of colour beyond this are another material.
-constexpr float ColourLevels = 32.0f;
-// Strength is Top (1 - exp(-Rise sigma)): 0.97 at 1, 1.43 at 3. More than 1 makes up for what the borders of the band
-// take away. Pores is the part of it for what is finer than `fine` and coarser than the copy.
-constexpr float Top = 1.5f, Rise = 1.05f, Pores = 0.18f;
+constexpr float ColourLevels = 26.0f;
+// Strength is Top (1 - exp(-Rise sigma)): 0.95 at 1, 1.32 at 3. A little more than 1 makes up for what the borders of
+// the band take away. Pores is the part of it for what is finer than `fine` and coarser than the copy.
+constexpr float Top = 1.36f, Rise = 1.2f, Pores = 0.2f;
 
 struct Gaussian {
     int half = 1;

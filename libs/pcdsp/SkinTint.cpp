@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int MostCells = 500000;
+constexpr int MostCells = 200000;
 // In face widths: how far a cell's surroundings tell whether it lies in skin or in hair, and how far colours are mixed
 // before they are judged, pores and spots being skin as well.
 constexpr double Around = 0.045, Near = 0.01;
@@ -33,9 +33,11 @@ void MakeShares(ReducedCopy& copy) {
     // Two boxes make soft borders.
     const Plane around = BoxMean(BoxMean(maps.even, RadiusOf(Around, face)), RadiusOf(Around / 2, face));
     const Plane near = BoxMean(BoxMean(maps.colour, RadiusOf(Near, face)), RadiusOf(Near, face));
-    for (int y = 0; y < copy.Rows(); ++y)
-        for (int x = 0; x < copy.Columns(); ++x)
-            copy.Row(0, y)[x] = Soft(around.Row(y)[x], 0.18f, 0.5f) * Soft(near.Row(y)[x], 0.25f, 0.75f);
+    ForEachBand(copy.Rows(), GrainOf(copy.Columns()), [&](int first, int last) {
+        for (int y = first; y < last; ++y)
+            for (int x = 0; x < copy.Columns(); ++x)
+                copy.Row(0, y)[x] = Soft(around.Row(y)[x], 0.18f, 0.5f) * Soft(near.Row(y)[x], 0.25f, 0.75f);
+    });
     MapReader::CloseRows(copy.Cells(), 1);
 }
 

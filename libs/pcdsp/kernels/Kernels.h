@@ -103,7 +103,8 @@ struct MappedRow {
     float part = 0.0f;
     const std::uint8_t* mask = nullptr;   // correction: the share of 255 that each pixel gets; null for all
     const std::uint32_t* ramp = nullptr;  // tint: a ColourRamp
-    float lift = 1.0f;                    // teeth
+    float lift = 1.0f;                    // teeth, with the next two: TeethWhiten.cpp
+    float perP = 1.0f, perQ = 1.0f;
 };
 
 struct PcDspKernels {
@@ -149,7 +150,7 @@ struct PcDspKernels {
     // out[x] = in[index[x]] + (in[index[x] + 1] - in[index[x]]) * part[x]. All rows are as long as whole groups need.
     void (*widenRow)(const float* in, const int* index, const float* part, int count, float* out);
     // In place on `count` pixels: adds the maps red, green and blue, in levels; colours by a ramp; tints by a ramp
-    // where the map says skin; whitens teeth by the maps of TeethWhiten.cpp.
+    // where the map says skin; whitens teeth where the map says so.
     void (*correctRow)(std::uint8_t* pixels, int count, const MappedRow& row);
     void (*recolourRow)(std::uint8_t* pixels, int count, const std::uint32_t* ramp);
     void (*tintRow)(std::uint8_t* pixels, int count, const MappedRow& row);

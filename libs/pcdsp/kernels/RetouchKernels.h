@@ -47,11 +47,11 @@ void TeethRow(std::uint8_t* pixels, int count, const MappedRow& row) {
         const Words words = LoadWords(group);
         const Colours c = Unpack(words);
         const Floats perRed = Inverse(Max(c.r, Spread(1.0f)));
-        const Floats p = (c.r - c.g) * perRed * MapRowAt(row.above[0], row.below[0], row.part, x);
-        const Floats q = Max(c.g - c.b, Spread(0.0f)) * perRed * MapRowAt(row.above[1], row.below[1], row.part, x);
-        const Floats patch = MapRowAt(row.above[2], row.below[2], row.part, x);
+        const Floats p = (c.r - c.g) * perRed * row.perP;
+        const Floats q = Max(c.g - c.b, Spread(0.0f)) * perRed * row.perQ;
+        const Floats patch = MapRowAt(row.above[0], row.below[0], row.part, x);
         const Floats notBlue = SoftEdge(c.b - Max(c.r, c.g), 14.0f, 4.0f);
-        const Floats tooth = SoftEdge(p + q, 1.15f, 0.95f) * SoftEdge(Weighted(c), 30.0f, 70.0f) * notBlue * patch;
+        const Floats tooth = SoftEdge(p + q, 1.26f, 1.05f) * SoftEdge(Weighted(c), 30.0f, 70.0f) * notBlue * patch;
         // Most of all colour goes, then most of the yellow that is left.
         const Floats grey = Weighted(c);
         const Colours pale = {c.r + (grey - c.r) * 0.7f, c.g + (grey - c.g) * 0.7f, c.b + (grey - c.b) * 0.7f};

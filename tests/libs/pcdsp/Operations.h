@@ -80,6 +80,15 @@ inline std::vector<Operation> AllOperations() {
     all.push_back({"WideSharper", [](Pixels p, int w, int h, Sink s, int a, int b) {
                        return PC_Dsp::UsmSharp(p, w, h, 4.0f, 0.7f, s, a, b);
                    }});
+    all.push_back({"SkinSmooth", [](Pixels p, int w, int h, Sink s, int a, int b) {
+                       return PC_Dsp::CannyDericheBlur(p, w, h, 1.0f, 1.0f, nullptr, s, a, b);
+                   }});
+    all.push_back({"SkinSmoother", [](Pixels p, int w, int h, Sink s, int a, int b) {
+                       return PC_Dsp::CannyDericheBlur(p, w, h, 4.0f, 4.0f, nullptr, s, a, b);
+                   }});
+    all.push_back({"Recolour", [](Pixels p, int w, int h, Sink s, int a, int b) {
+                       return PC_Dsp::Color_Channel_Composite(p, w, h, 208, 66, 64, s, a, b);
+                   }});
     for (Operation& scene : SceneOperations()) all.push_back(std::move(scene));
     return all;
 }
@@ -103,6 +112,8 @@ inline std::vector<Operation> NeutralOperations() {
          [](Pixels p, int w, int h, Sink s, int a, int b) { return PC_Dsp::SetColor(p, w, h, 0, 0, 0, s, a, b); }},
         {"UsmSharp",
          [](Pixels p, int w, int h, Sink s, int a, int b) { return PC_Dsp::UsmSharp(p, w, h, 1.1f, 0, s, a, b); }},
+        {"SkinSmooth", [](Pixels p, int w, int h, Sink s, int a,
+                          int b) { return PC_Dsp::CannyDericheBlur(p, w, h, 0.0f, 0.0f, nullptr, s, a, b); }},
         {"NoOps", [](Pixels p, int w, int h, Sink s, int a,
                      int b) { return PC_Dsp::ApplyPointOps(p, w, h, nullptr, 0, s, a, b); }},
     };
