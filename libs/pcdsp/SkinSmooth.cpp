@@ -37,7 +37,7 @@ constexpr int MaxHalf = 16;
 constexpr double FinePart = 0.0024, EvenPart = 0.05, ShadePart = 0.05, ReachPart = 0.0105;
 // Levels at level 180: pixels within about LikeLevels count as like; contrast of EdgeLevels halves the change, and more
 // with sigma. A line of pixels across which the contrast is equal counts by Line.
-constexpr float LikeLevels = 38.0f, LikeRise = 1.5f, EdgeLevels = 34.0f, EdgeRise = 11.0f, Line = 0.25f;
+constexpr float LikeLevels = 40.0f, LikeRise = 1.5f, EdgeLevels = 34.0f, EdgeRise = 12.0f, Line = 0.25f;
 // Differences of colour beyond this are another material.
 constexpr float ColourLevels = 26.0f;
 // Strength is Top (1 - exp(-Rise sigma)): 0.95 at 1, 1.32 at 3. A little more than 1 makes up for what the borders of
