@@ -73,9 +73,11 @@ bool InstanceLock::EndHolder(pid_t holder, std::chrono::milliseconds patience) c
     // The handle stays with this very process even if its number is given to another one.
     const int process = ::pidfd_open(holder, 0);
     if (process < 0) return false;
-    const bool mayEnd = Holder() == holder && SameUser(holder) && SameNetwork(holder);
-    const bool ended =
-        mayEnd && ::pidfd_send_signal(process, SIGKILL, nullptr, 0) == 0 && WaitForEnd(process, patience);
+    const bool holds = Holder() == holder;
+    const bool sent =
+        holds && SameUser(holder) && SameNetwork(holder) && ::pidfd_send_signal(process, SIGKILL, nullptr, 0) == 0;
+    // Also for one that another start has ended in this moment: it can no longer be read, but may hold the lock still.
+    const bool ended = holds && WaitForEnd(process, patience) && sent;
     ::close(process);
     return ended;
 }
