@@ -22,7 +22,8 @@ constexpr BenchSize BenchSizes[] = {{1200, 800}, {3000, 2000}, Size24};
 // Milliseconds that `body` takes: the median of `runs` after one unmeasured run. `before` runs unmeasured each time.
 double MedianMs(int runs, const std::function<void()>& body, const std::function<void()>& before = {});
 
-// One copy of a bitmap of this size between two mapped buffers, on one thread; measured once a run and size.
+// One copy of a bitmap of this size between two mapped buffers that no cache holds, on one thread; measured once a run
+// and size.
 double CopyMs(const BenchSize& size);
 
 class BenchReport {

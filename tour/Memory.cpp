@@ -35,6 +35,7 @@ double TourResizeMemory(const QString& picture, QSize size) {
     CMainFrameWnd& frame = stage.Open(picture);
     Driver::Click(QStringLiteral("btnTab2"));
     Driver::Click(QStringLiteral("BtnXiuGaiChiCun"));
+    Driver::Click(QStringLiteral("OptBaoChi"));
     Driver::Type(QStringLiteral("EditKuanDu"), QString::number(size.width()));
     Driver::Type(QStringLiteral("EditGaoDu"), QString::number(size.height()));
     Driver::Click(QStringLiteral("BtnOK"));

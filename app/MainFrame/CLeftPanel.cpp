@@ -11,7 +11,8 @@
 CLeftPanel::CLeftPanel(QWidget* parent, const ToolTable& tools, ToolHost& host)
     : CXMLWnd(parent), m_tools(tools), m_host(host) {
     Create(QStringLiteral("LeftPanel.xml"));
-    MakeToolPanels();
+    for (const ToolRow& row : m_tools.Rows())
+        if (QWidget* page = PageOf(row)) page->installEventFilter(this);
 }
 
 QWidget* CLeftPanel::CreateControl(const QString&, QWidget* parent, const QString& name) {
@@ -22,22 +23,28 @@ QWidget* CLeftPanel::CreateControl(const QString&, QWidget* parent, const QStrin
     return panel;
 }
 
-void CLeftPanel::MakeToolPanels() {
-    for (const ToolRow& row : m_tools.Rows()) {
-        auto* page = row.makePanel ? Find<QWidget>(QLatin1String(row.facts.page)) : nullptr;
-        if (!page) continue;
-        if (auto* shared = page->findChild<CToolPanel*>(QString(), Qt::FindDirectChildrenOnly)) {
-            m_panels[row.facts.number] = shared;
-            continue;
-        }
-        CToolPanel* panel = row.makePanel(page, m_host);
-        if (!page->layout()) {
-            auto* layout = new QVBoxLayout(page);
-            layout->setContentsMargins(0, 0, 0, 0);
-        }
-        page->layout()->addWidget(panel);
-        m_panels[row.facts.number] = panel;
+QWidget* CLeftPanel::PageOf(const ToolRow& row) const {
+    return row.makePanel ? Find<QWidget>(QLatin1String(row.facts.page)) : nullptr;
+}
+
+bool CLeftPanel::eventFilter(QObject* page, QEvent* event) {
+    if (event->type() == QEvent::Show)
+        for (const ToolRow& row : m_tools.Rows())
+            if (page->objectName() == QLatin1String(row.facts.page)) PanelOf(row, *static_cast<QWidget*>(page));
+    return CXMLWnd::eventFilter(page, event);
+}
+
+// Tools of one page share its panel.
+CToolPanel* CLeftPanel::PanelOf(const ToolRow& row, QWidget& page) {
+    if (auto* panel = page.findChild<CToolPanel*>(QString(), Qt::FindDirectChildrenOnly)) return panel;
+    CToolPanel* panel = row.makePanel(&page, m_host);
+    if (!page.layout()) {
+        auto* layout = new QVBoxLayout(&page);
+        layout->setContentsMargins(0, 0, 0, 0);
     }
+    page.layout()->addWidget(panel);
+    panel->show();  // a page on show does not do it by itself
+    return panel;
 }
 
 void CLeftPanel::ShowSection(int section, bool reset) {
@@ -46,9 +53,10 @@ void CLeftPanel::ShowSection(int section, bool reset) {
     if (reset && panel != m_sections.end()) panel->second->ResetTabs();
 }
 
-CToolPanel* CLeftPanel::Panel(int tool) const {
-    const auto panel = m_panels.find(tool);
-    return panel == m_panels.end() ? nullptr : panel->second;
+CToolPanel* CLeftPanel::Panel(int tool) {
+    const ToolRow* row = m_tools.Row(tool);
+    QWidget* page = row ? PageOf(*row) : nullptr;
+    return page ? PanelOf(*row, *page) : nullptr;
 }
 
 void CLeftPanel::Deliver(int tool, const FrameMessage& message) {

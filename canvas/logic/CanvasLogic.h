@@ -144,7 +144,7 @@ class CanvasLogic : public StepSource {
   private:
     // The view, but for the lock: a plain value.
     struct ViewState {
-        ViewGeometry geometry;
+        ViewGeometry geometry{};
         std::vector<Bitmap> layers;  // the visible part of each layer
         Bitmap shown;
         bool opaque = true;

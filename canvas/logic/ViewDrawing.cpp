@@ -22,6 +22,8 @@ void DrawRect(const Bitmap& picture, const ViewGeometry& geometry, const QRectF&
 
 void DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, ViewQuality quality, Bitmap& view) {
     const QSize size = geometry.ScreenRect().size();
+    if (QSize(picture.Width(), picture.Height()) == size && geometry.ImageRect() == QRectF({}, geometry.Image()))
+        return CopyPixels(view, picture);
     if (QSize(view.Width(), view.Height()) != size || view.IsShared())
         view = Bitmap::Uninitialised(size.width(), size.height());
     DrawRect(picture, geometry, geometry.ImageRect(), quality, view);

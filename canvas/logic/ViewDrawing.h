@@ -10,7 +10,8 @@
 enum class ViewQuality { Settled, Moving };
 
 // Draws the visible part of `picture`, which may be smaller than `geometry` says that it is, into `view`, which is made
-// anew when it has not the size of the destination or is shared. Both must be there.
+// anew when it has not the size of the destination or is shared. Both must be there. A whole picture of the view's size
+// is copied.
 void DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, ViewQuality quality, Bitmap& view);
 // The same for the rectangle `part` of the view alone, which must lie in it.
 void DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, const QRect& part, Bitmap& view);

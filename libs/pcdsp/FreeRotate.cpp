@@ -90,18 +90,25 @@ Range WhereBetween(std::int64_t start, std::int64_t step, std::int64_t low, std:
     return {held(CeilDiv(low - start, step)), held(CeilDiv(high - start, step))};
 }
 
+struct Direction {
+    explicit Direction(int degrees)
+        : sine(std::sin(degrees * std::numbers::pi / 180.0)), cosine(std::cos(degrees * std::numbers::pi / 180.0)) {}
+    double sine, cosine;
+};
+
 class Rotation {
   public:
-    Rotation(const Bitmap& source, double sine, double cosine, int width, int height, std::uint8_t* out)
+    // A result pixel is as large as `scale` source pixels.
+    Rotation(const Bitmap& source, const Direction& turn, double scale, Bitmap& result)
         : m_source(source),
-          m_coverage(sine, cosine),
-          m_width(width),
-          m_height(height),
-          m_out(out),
-          m_sine(sine),
-          m_cosine(cosine),
-          m_stepX(ToPlace(cosine)),
-          m_stepY(ToPlace(-sine)) {}
+          m_coverage(turn.sine * scale, turn.cosine * scale),
+          m_width(result.Width()),
+          m_height(result.Height()),
+          m_out(result.MutablePixels()),
+          m_sine(turn.sine * scale),
+          m_cosine(turn.cosine * scale),
+          m_stepX(ToPlace(m_cosine)),
+          m_stepY(ToPlace(-m_sine)) {}
 
     // Result rows first to last - 1, at most Tile of them.
     void MakeRows(int first, int last) const {
@@ -191,15 +198,17 @@ class Rotation {
     std::int64_t m_stepX, m_stepY;
 };
 
-struct Direction {
-    explicit Direction(int degrees)
-        : sine(std::sin(degrees * std::numbers::pi / 180.0)), cosine(std::cos(degrees * std::numbers::pi / 180.0)) {}
-    double sine, cosine;
-};
-
 // A side of the bounds; a hair less than whole does not open another pixel.
 double Side(double along, double across, const Direction& turn) {
     return std::ceil(along * std::abs(turn.cosine) + across * std::abs(turn.sine) - 1e-6);
+}
+
+void RotateOnto(const Bitmap& source, int degrees, double scale, Bitmap& result) {
+    const Rotation rotation(source, Direction(degrees), scale, result);
+    const int height = result.Height();
+    ForEachBand((height + Tile - 1) / Tile, 1, [&](int first, int last) {
+        for (int band = first; band < last; ++band) rotation.MakeRows(band * Tile, std::min(height, (band + 1) * Tile));
+    });
 }
 
 }  // namespace
@@ -212,12 +221,13 @@ RotatedBounds BoundsOf(int width, int height, int degrees) {
 Bitmap FreelyRotated(const Bitmap& source, int degrees) {
     const RotatedBounds bounds = BoundsOf(source.Width(), source.Height(), degrees);
     if (!Bitmap::Allowed(static_cast<std::int64_t>(bounds.width), static_cast<std::int64_t>(bounds.height))) return {};
-    const int width = static_cast<int>(bounds.width), height = static_cast<int>(bounds.height);
+    Bitmap result = Bitmap::Uninitialised(static_cast<int>(bounds.width), static_cast<int>(bounds.height));
+    RotateOnto(source, degrees, 1.0, result);
+    return result;
+}
+
+Bitmap FreelyRotated(const Bitmap& source, int degrees, double scale, int width, int height) {
     Bitmap result = Bitmap::Uninitialised(width, height);
-    const Direction turn(degrees);
-    const Rotation rotation(source, turn.sine, turn.cosine, width, height, result.MutablePixels());
-    ForEachBand((height + Tile - 1) / Tile, 1, [&](int first, int last) {
-        for (int band = first; band < last; ++band) rotation.MakeRows(band * Tile, std::min(height, (band + 1) * Tile));
-    });
+    RotateOnto(source, degrees, scale, result);
     return result;
 }

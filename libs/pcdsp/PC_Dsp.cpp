@@ -230,6 +230,13 @@ Bitmap PC_Dsp::MultiRotate(const Bitmap& source, int angle, int, int, int, int) 
     return FreelyRotated(source, degrees);
 }
 
+Bitmap PC_Dsp::MultiRotateInto(const Bitmap& source, int angle, double scale, int width, int height) {
+    if (!source || !Bitmap::Allowed(width, height)) return {};
+    const int degrees = WithinTurn(angle);
+    if (degrees % 90 == 0) return Resample(Rotated(source, static_cast<RotateFlipType>(degrees / 90)), width, height);
+    return FreelyRotated(source, degrees, scale, width, height);
+}
+
 void PC_Dsp::MultiRotateSize(int width, int height, int angle, int* rotatedWidth, int* rotatedHeight) {
     const RotatedBounds bounds = BoundsOf(width, height, WithinTurn(angle));
     *rotatedWidth = Truncate(bounds.width);

@@ -172,6 +172,10 @@ class PC_Dsp {
     // give the same bytes with every instruction set. The four other numbers have no meaning. Null for a null picture
     // and when the bounds are larger than a bitmap may be.
     static Bitmap MultiRotate(const Bitmap& source, int angle, int, int, int, int);
+    // What MultiRotate gives, drawn about the middle of width x height pixels which are as large as `scale` source
+    // pixels: still one cubic sample each, without a filter before it, so for scales near 1, as under a moving hand.
+    // Multiples of 90 degrees fill the size. Null for a null picture and a size that is not allowed.
+    static Bitmap MultiRotateInto(const Bitmap& source, int angle, double scale, int width, int height);
     // The size that MultiRotate would give a picture of width x height, both above 0, without making it. It may be
     // larger than a bitmap may be; a side beyond the range of int is held at its end.
     static void MultiRotateSize(int width, int height, int angle, int* rotatedWidth, int* rotatedHeight);

@@ -268,3 +268,28 @@ TEST(Rotate, ALargeQuarterTurnEqualsThePlainTwin) {
         EXPECT_TRUE(turned == PlainRotate(source, code)) << code;
     }
 }
+
+// A view of the turned picture: one step must show what two show, but for the cubic's softness.
+TEST(MultiRotateInto, TurnsAndReducesLikeTurningAndThenReducing) {
+    const Bitmap source = PC_Dsp::Resample(TestPictures::Face(30, 20), 300, 200);
+    for (const int angle : {7, 45, 120, -33, 90, 180}) {
+        const Bitmap turned = Turned(source, angle);
+        const int width = turned.Width() * 4 / 5, height = turned.Height() * 4 / 5;
+        const Bitmap direct = PC_Dsp::MultiRotateInto(source, angle, 1.25, width, height);
+        const Bitmap twice = PC_Dsp::Resample(turned, width, height);
+        ASSERT_EQ(direct.Width(), width);
+        ASSERT_EQ(direct.Height(), height);
+        EXPECT_NEAR(AlphaSum(direct), angle % 90 ? 300 * 200 / (1.25 * 1.25) : width * height, 1.0) << angle;
+        for (int y = height * 2 / 5; y < height * 3 / 5; ++y)
+            for (int x = width * 2 / 5; x < width * 3 / 5; ++x) {
+                const auto got = PixelAt(direct, x, y), wanted = PixelAt(twice, x, y);
+                ASSERT_NEAR(double(got & 255), double(wanted & 255), 4) << angle << " at " << x << ", " << y;
+                ASSERT_NEAR(double(got >> 8 & 255), double(wanted >> 8 & 255), 4) << angle << " at " << x << ", " << y;
+            }
+    }
+}
+
+TEST(MultiRotateInto, NothingComesOfNoPictureAndOfASizeThatIsNotAllowed) {
+    EXPECT_FALSE(PC_Dsp::MultiRotateInto({}, 30, 1.0, 10, 10));
+    EXPECT_FALSE(PC_Dsp::MultiRotateInto(TestPictures::Ramp(20, 20), 30, 1.0, 0, 10));
+}

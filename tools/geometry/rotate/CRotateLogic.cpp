@@ -44,7 +44,11 @@ void CRotateLogic::DragAngle(int degrees) {
         StartDrag();
         m_work.state.SetAngle(degrees);
         const ViewGeometry geometry = DragGeometry();
-        ShowStandIn(Turned(ScaledSource(geometry.Zoom()), degrees), geometry, !IsRecorded());
+        const QSize shown = geometry.ScreenRect().size();
+        const Bitmap& scaled = ScaledSource(geometry.Zoom());
+        const double scale = scaled.Width() / (m_work.source.Width() * geometry.Zoom());
+        const Bitmap turned = PC_Dsp::MultiRotateInto(scaled, degrees, scale, shown.width(), shown.height());
+        ShowStandIn(turned, geometry, !IsRecorded());
         return true;
     });
 }
