@@ -9,6 +9,7 @@
 #include "Driver.h"
 #include "Language.h"
 #include "Stage.h"
+#include "Strokes.h"
 
 namespace {
 
@@ -51,6 +52,37 @@ void KeepEffects(CMainFrameWnd& frame, const Album& album) {
     album.Keep(frame, QStringLiteral("effects-lomo"));
 }
 
+// A stroke across the middle of the picture at a share of its height.
+void PaintAcross(CMainFrameWnd& frame, double height) {
+    CBaseWnd* canvas = frame.Mid().Canvas();
+    QRectF source;
+    QRect place;
+    canvas->GetViewRects(&source, &place);
+    const QPoint middle(place.center().x(), place.top() + static_cast<int>(place.height() * height));
+    Strokes::Draw(*canvas, Strokes::Line(middle - QPoint(28, 0), middle + QPoint(28, 0), 20));
+}
+
+// The beauty tools' panels, each with a stroke of its brush.
+void KeepBeauty(CMainFrameWnd& frame, const Album& album) {
+    Driver::Click(QStringLiteral("btnMeiRong"));
+    Driver::Click(QStringLiteral("BtnPiFu"));
+    Driver::Click(QStringLiteral("BtnFuSe"));
+    album.Keep(frame, QStringLiteral("beauty-tone"));
+    Driver::Click(QStringLiteral("BtnPiFu3"));
+    album.Keep(frame, QStringLiteral("beauty-tone-free"));
+    Driver::Click(QStringLiteral("BtnMoPi"));
+    PaintAcross(frame, 0.3);
+    album.Keep(frame, QStringLiteral("beauty-smooth"));
+    Driver::Click(QStringLiteral("BtnEyes"));
+    album.Keep(frame, QStringLiteral("beauty-eyes"));
+    Driver::Click(QStringLiteral("BtnMouth"));
+    Driver::Click(QStringLiteral("BtnMouthColor"));
+    PaintAcross(frame, 0.64);
+    album.Keep(frame, QStringLiteral("beauty-lips"));
+    Driver::Click(QStringLiteral("BtnMouthBeauty"));
+    album.Keep(frame, QStringLiteral("beauty-teeth"));
+}
+
 void KeepReview(CMainFrameWnd& frame, const Album& album) {
     Driver::Press(QStringLiteral("BtnCompare"));
     album.Keep(frame, QStringLiteral("compare-hold"));
@@ -81,6 +113,7 @@ void KeepRotation(CMainFrameWnd& frame, const Album& album) {
 // Crop and resize, and back to where the tour was.
 void KeepEditing(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("btnTab2"));
+    Driver::Click(QStringLiteral("BtnCaiJian"));
     QWidget* canvas = frame.Mid().Canvas();
     const QPoint middle = canvas->rect().center();
     Driver::DragOn(canvas, middle - QPoint(170, 200), middle + QPoint(130, 150));
@@ -133,7 +166,10 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     album.Keep(frame, QStringLiteral("main"));
     Retouch();
     album.Keep(frame, QStringLiteral("adjusted"));
-    if (frame.devicePixelRatio() > 1) return KeepEffects(stage.Open(picture), album);
+    if (frame.devicePixelRatio() > 1) {
+        KeepBeauty(frame, album);
+        return KeepEffects(stage.Open(picture), album);
+    }
     KeepReview(frame, album);
     KeepRotation(frame, album);
     KeepEditing(frame, album);
@@ -142,4 +178,5 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     frame.resize(1920, 1080);
     album.Keep(frame, QStringLiteral("main-1920x1080"));
     KeepEffects(stage.Open(picture), album);
+    KeepBeauty(stage.Open(picture), album);
 }

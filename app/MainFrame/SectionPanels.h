@@ -25,4 +25,30 @@ class CLeftPanelMeiRong : public CSectionPanel {
     Q_OBJECT
   public:
     CLeftPanelMeiRong(QWidget* parent, const ToolTable& tools, ToolHost& host);
+
+  protected:
+    QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override;
+};
+
+// The beauty tabs that hold more than one tool: a button for each over the list of their panels.
+
+// Skin: tone, smoothing, spots.
+class CMeiRongPiFu : public CSectionPanel {
+    Q_OBJECT
+  public:
+    CMeiRongPiFu(QWidget* parent, const ToolTable& tools, ToolHost& host);
+};
+
+// Eyes: enlarging, dark circles, colour, red eye.
+class CMeiRongEyes : public CSectionPanel {
+    Q_OBJECT
+  public:
+    CMeiRongEyes(QWidget* parent, const ToolTable& tools, ToolHost& host);
+};
+
+// Mouth: lip colour, teeth.
+class CMeiRongMouth : public CSectionPanel {
+    Q_OBJECT
+  public:
+    CMeiRongMouth(QWidget* parent, const ToolTable& tools, ToolHost& host);
 };

@@ -5,14 +5,24 @@
 
 #include "CAdjustWnd.h"
 #include "CBasePanelAdjust.h"
+#include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
 #include "CEditJianCai.h"
 #include "CEditXiuGaiChiCun.h"
 #include "CEditXuanZhuan.h"
 #include "CEffectWnd.h"
+#include "CEyesBianSePanel.h"
+#include "CMoPiWnd.h"
+#include "CMouthBeautyPanel.h"
+#include "CMouthColorPanel.h"
+#include "CPiFuFuSePanel.h"
+#include "CPiFuMBShowWnd.h"
+#include "CPiFuMoPiPanel.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
+#include "CYaChiMBWnd.h"
+#include "CYanJingBSShowWnd.h"
 
 namespace {
 
@@ -31,6 +41,11 @@ ToolTable BuiltInTools() {
         Tool<CRotateWnd, CEditXuanZhuan>(),
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
+        Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
+        Tool<CMoPiWnd, CPiFuMoPiPanel>(),
+        Tool<CYanJingBSShowWnd, CEyesBianSePanel>(),
+        Tool<CChunCaiShowWnd, CMouthColorPanel>(),
+        Tool<CYaChiMBWnd, CMouthBeautyPanel>(),
     });
 }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "EffectOverlays.h"
+#include "Palettes.h"
 #include "Sprites.h"
 
 int main(int argc, char** argv) {
@@ -17,7 +18,8 @@ int main(int argc, char** argv) {
     }
     const QString& folder = arguments.at(1);
     const bool done = DrawTexture(folder) && DrawLoading(folder) && DrawNavigator(folder) && DrawButtons(folder) &&
-                      DrawProgramIcons(folder, arguments.at(2)) && DrawEffectOverlays(arguments.at(3));
+                      DrawPalettes(folder) && DrawProgramIcons(folder, arguments.at(2)) &&
+                      DrawEffectOverlays(arguments.at(3));
     if (!done) std::fprintf(stderr, "cannot draw the sprites into %s\n", qPrintable(folder));
     return done ? 0 : 1;
 }

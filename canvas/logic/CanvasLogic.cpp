@@ -55,7 +55,7 @@ bool CanvasLogic::TakeView(const CViewState& left, const ViewGeometry& geometry)
     if (left.destRect != geometry.ScreenRect() || drawn != left.destRect.size()) return false;
     const std::vector<Bitmap> layers = Layers();
     for (const Bitmap& layer : layers)
-        if (!layer.SharesPixelsWith(Picture())) return false;
+        if (!layer.SharesPixelsWith(m_history.CurrentBitmap())) return false;
     const std::lock_guard lock(m_lock);
     m_view = {geometry,
               std::vector<Bitmap>(layers.size(), left.bitmap),

@@ -3,23 +3,13 @@
 
 #include <cstring>
 
+#include "Flatten.h"
 #include "PC_Dsp.h"
 #include "Truncate.h"
 
 namespace {
 
 constexpr double Step = 1.1;
-
-// Lays the pixels over white.
-void Flatten(Bitmap& bitmap) {
-    if (bitmap.IsOpaque()) return;
-    std::uint8_t* pixel = bitmap.MutablePixels();
-    for (const std::uint8_t* end = pixel + bitmap.ByteCount(); pixel != end; pixel += 4) {
-        const int alpha = pixel[3];
-        for (int i = 0; i < 3; ++i) pixel[i] = static_cast<std::uint8_t>(255 + (pixel[i] - 255) * alpha / 255);
-        pixel[3] = 255;
-    }
-}
 
 // Where `part` of a picture of this size lies in the thumbnail.
 QRect PlaceOf(const QRect& part, const QRect& whole, QSize thumbnail) {
@@ -60,7 +50,7 @@ Bitmap MakeThumbnail(const Bitmap& picture, QSize shape, double scale) {
     const QRect place = PlaceOf(part, whole, size) & QRect(QPoint(0, 0), size);
     Bitmap drawn = Bitmap::Uninitialised(place.width(), place.height());
     PC_Dsp::ResampleRect(picture, part.x(), part.y(), part.width(), part.height(), drawn, ResampleQuality::Best);
-    Flatten(drawn);
+    FlattenOnWhite(drawn);
     if (place.size() == size) return drawn;
     Insert(drawn, place.topLeft(), thumbnail);
     return thumbnail;

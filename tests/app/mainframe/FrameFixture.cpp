@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FrameFixture.h"
 
+#include <array>
 #include <QtCore/QDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -58,8 +59,29 @@ QString FrameTest::WritePicture(const QString& name, const Bitmap& picture) {
     return path;
 }
 
+namespace {
+
+// Teeth between lips in the middle of the picture, for the tools that look for them.
+void AddSmile(Bitmap& picture) {
+    std::uint8_t* pixels = picture.MutablePixels();
+    const int middleX = picture.Width() / 2, middleY = picture.Height() / 2;
+    for (int y = middleY - 60; y < middleY + 60; ++y)
+        for (int x = middleX - 170; x < middleX + 170; ++x) {
+            const bool tooth = std::abs(x - middleX) < 130 && std::abs(y - middleY) < 26;
+            const std::array<int, 3> colour = tooth ? std::array{178, 210, 226} : std::array{98, 96, 186};
+            std::uint8_t* p = pixels + y * picture.Stride() + std::ptrdiff_t{4} * x;
+            for (int c = 0; c < 3; ++c) p[c] = static_cast<std::uint8_t>(colour[c] + p[c] % 5 - 2);
+        }
+}
+
+}  // namespace
+
 Bitmap FrameTest::PhotoPixels() {
-    static const Bitmap photo = TestPictures::Face(900, 1200);
+    static const Bitmap photo = [] {
+        Bitmap face = TestPictures::Face(900, 1200);
+        AddSmile(face);
+        return face;
+    }();
     return photo;
 }
 

@@ -9,20 +9,23 @@
 
 #include "AdjustSliders.h"
 #include "CAdjustWnd.h"
+#include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
 #include "CEffectWnd.h"
 #include "CHistoryManager.h"
 #include "CMidTopEditTool.h"
+#include "CMoPiWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "FailingMemory.h"
 #include "FrameFixture.h"
 #include "Language.h"
+#include "Strokes.h"
 #include "TestPictures.h"
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Effects = 7;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Effects = 7, Smooth = 10, Lips = 17;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -79,6 +82,15 @@ void Fade(CMidWnd& mid) {
     RunEffect5(mid);
     CanvasOf<CEffectWnd>(mid).SetStrength(40, false);
 }
+void PaintOnce(CMidWnd& mid) {
+    CBaseWnd& canvas = *mid.Canvas();
+    const QPoint middle = canvas.rect().center();
+    Strokes::Draw(canvas, Strokes::Line(middle - QPoint(60, 20), middle + QPoint(60, 20), 12));
+}
+void PaintAndUndo(CMidWnd& mid) {
+    PaintOnce(mid);
+    mid.Canvas()->OnUndo();
+}
 void CropAndUndo(CMidWnd& mid) {
     CropOnce(mid);
     mid.Canvas()->OnUndo();
@@ -100,6 +112,14 @@ const Act Acts[] = {
     {"effect", Effects, Nothing, RunEffect5},
     {"secondEffect", Effects, Fade, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).RunLook(20); }},
     {"strength", Effects, RunEffect5, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).SetStrength(40, false); }},
+    {"stroke", Lips, Nothing, PaintOnce},
+    {"brushStrength", Lips, PaintOnce, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetStrength(20); }},
+    {"brushColour", Lips, PaintOnce, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetColor(40, 90, 200); }},
+    {"undoBrush", Lips, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"redoBrush", Lips, PaintAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
+    {"directStroke", Smooth, Nothing, PaintOnce},
+    {"directValue", Smooth, PaintOnce, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
+    {"undoDirect", Smooth, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undo", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undoPending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undoFaded", Effects, Fade, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
@@ -107,6 +127,7 @@ const Act Acts[] = {
     {"jump", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnHistoryJump(0); }},
     {"revert", Effects, Fade, [](CMidWnd& mid) { mid.Canvas()->OnRevert(); }},
     {"toolChange", Adjust, SetBrightness, [](CMidWnd& mid) { mid.SwitchTool(Rotate); }},
+    {"toolChangePainted", Lips, PaintOnce, [](CMidWnd& mid) { mid.SwitchTool(Smooth); }},
     {"toolChangePending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.SwitchTool(Effects); }, 0},
     {"toolChangeFaded", Effects, Fade, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
 };

@@ -15,9 +15,15 @@
 #include "CToolPanel.h"
 #include "FrameFixture.h"
 #include "Language.h"
+#include "Strokes.h"
 #include "TestPictures.h"
 
 namespace {
+
+void PaintOnce(CBaseWnd& canvas) {
+    const QPoint middle = canvas.rect().center();
+    Strokes::Draw(canvas, Strokes::Line(middle - QPoint(60, 20), middle + QPoint(60, 20), 12));
+}
 
 // Something that each tool does to the picture. A tool that is missing here fails the tests below.
 const std::map<int, std::function<void(CBaseWnd&)>> Works{
@@ -30,6 +36,11 @@ const std::map<int, std::function<void(CBaseWnd&)>> Works{
     {3, [](CBaseWnd& canvas) { static_cast<CRotateWnd&>(canvas).Turn(&CRotateLogic::TurnRight); }},
     {4, [](CBaseWnd& canvas) { static_cast<CSizeWnd&>(canvas).ApplySize(1000, 1100); }},
     {7, [](CBaseWnd& canvas) { static_cast<CEffectWnd&>(canvas).RunLook(5); }},
+    {9, PaintOnce},
+    {10, PaintOnce},
+    {14, PaintOnce},
+    {17, PaintOnce},
+    {18, PaintOnce},
 };
 
 std::vector<int> Numbers() {

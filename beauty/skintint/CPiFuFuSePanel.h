@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "CBrushPanel.h"
+#include "ColorPalette.h"
+
+// The panel of the skin tone.
+class CPiFuFuSePanel : public CBrushPanel {
+    Q_OBJECT
+
+  public:
+    // The host must outlive the panel.
+    explicit CPiFuFuSePanel(ToolHost& host, QWidget* parent = nullptr);
+
+  protected:
+    CBrushWnd* Brush() const override;
+    QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override;
+    void OnSkin() override { m_palette.Attach(*this); }
+    void OnChoice(const Notify& notify) override { m_palette.OnClick(notify); }
+    void GiveChoices() override { GiveColor(m_palette.Color()); }
+
+  private:
+    void GiveColor(const QColor& color);
+    ColorPalette m_palette;
+};

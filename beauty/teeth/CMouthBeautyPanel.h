@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "CBrushPanel.h"
+
+class CYaChiMBWnd;
+
+// The panel of teeth whitening.
+class CMouthBeautyPanel : public CBrushPanel {
+    Q_OBJECT
+
+  public:
+    // The host must outlive the panel.
+    explicit CMouthBeautyPanel(ToolHost& host, QWidget* parent = nullptr);
+
+  protected:
+    CBrushWnd* Brush() const override;
+
+  private:
+    CYaChiMBWnd* Canvas() const;
+};
