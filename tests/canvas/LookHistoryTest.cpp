@@ -99,7 +99,9 @@ TEST_F(LookHistoryTest, AMissingDamagedOrWrongLookFileIsMadeAgain) {
     const std::wstring file = toy->LookFile().toStdWString();
     const auto spoil = [&](int how) {
         if (how == 0) QFile::remove(toy->LookFile());
-        if (how == 1) ASSERT_TRUE(PC_File::ImageSaveTobinary(TestPictures::Face(10, 10), file));
+        if (how == 1) {
+            ASSERT_TRUE(PC_File::ImageSaveTobinary(TestPictures::Face(10, 10), file));
+        }
         if (how == 2) {
             QFile damaged(toy->LookFile());
             ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));

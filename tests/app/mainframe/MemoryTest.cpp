@@ -87,6 +87,17 @@ void PaintOnce(CMidWnd& mid) {
     const QPoint middle = canvas.rect().center();
     Strokes::Draw(canvas, Strokes::Line(middle - QPoint(60, 20), middle + QPoint(60, 20), 12));
 }
+// A canvas keeps what its sliders said.
+void PaintRed(CMidWnd& mid) {
+    auto& canvas = CanvasOf<CChunCaiShowWnd>(mid);
+    canvas.SetStrength(50);
+    canvas.SetColor(208, 66, 64);
+    PaintOnce(mid);
+}
+void PaintSmooth(CMidWnd& mid) {
+    CanvasOf<CMoPiWnd>(mid).SetStrength(10);
+    PaintOnce(mid);
+}
 void PaintAndUndo(CMidWnd& mid) {
     PaintOnce(mid);
     mid.Canvas()->OnUndo();
@@ -113,12 +124,12 @@ const Act Acts[] = {
     {"secondEffect", Effects, Fade, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).RunLook(20); }},
     {"strength", Effects, RunEffect5, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).SetStrength(40, false); }},
     {"stroke", Lips, Nothing, PaintOnce},
-    {"brushStrength", Lips, PaintOnce, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetStrength(20); }},
-    {"brushColour", Lips, PaintOnce, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetColor(40, 90, 200); }},
+    {"brushStrength", Lips, PaintRed, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetStrength(20); }},
+    {"brushColour", Lips, PaintRed, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetColor(40, 90, 200); }},
     {"undoBrush", Lips, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"redoBrush", Lips, PaintAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
     {"directStroke", Smooth, Nothing, PaintOnce},
-    {"directValue", Smooth, PaintOnce, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
+    {"directValue", Smooth, PaintSmooth, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
     {"undoDirect", Smooth, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undo", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undoPending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
@@ -196,7 +207,7 @@ TEST_P(OutOfMemory, TheActHasNotHappenedAndWorksWhenTriedAgain) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Acts, OutOfMemory, testing::ValuesIn(Acts),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& act) { return std::string(act.param.name); });
 
 namespace {
 
@@ -234,7 +245,7 @@ TEST_P(OpenWithoutMemory, TheFormerPictureStays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Acts, OpenWithoutMemory, testing::Values(Acts[1], Acts[6], Acts[12], Acts[13]),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& act) { return std::string(act.param.name); });
 
 TEST_F(FrameTest, CompareWithoutMemoryIsNotEnteredAndWorksAgain) {
     Show(Photo());
