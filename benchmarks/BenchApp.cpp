@@ -152,6 +152,14 @@ static const BenchCase memoryPeak("memory.peak", [](BenchReport& report) {
     report.Add("memory.peak", Size24.Megapixels(), PeakOfTour({folder.Jpeg()}), "5 bitmaps of 96 MB + 120 MB", Allowed);
 });
 
+static const BenchCase memoryBrush("memory.brush", [](BenchReport& report) {
+    NeedWindows();
+    const Folder folder;
+    constexpr double Allowed = 6 * 96.0 + 120;
+    report.Add("memory.brush", Size24.Megapixels(), PeakOfTour({folder.Jpeg(), QStringLiteral("brush")}),
+               "6 bitmaps of 96 MB + 120 MB", Allowed);
+});
+
 static const BenchCase memoryResize("memory.resize", [](BenchReport& report) {
     NeedWindows();
     const Folder folder;

@@ -8,6 +8,7 @@
 #include "CMainFrameWnd.h"
 #include "Driver.h"
 #include "Stage.h"
+#include "Strokes.h"
 
 namespace {
 
@@ -42,4 +43,18 @@ double TourResizeMemory(const QString& picture, QSize size) {
     int width = 0, height = 0;
     frame.Mid().Canvas()->GetImageSize(&width, &height);
     return QSize(width, height) == size ? PeakOfThisProcess() : 0;
+}
+
+double TourBrushMemory(const QString& picture) {
+    Stage stage(QStringLiteral("1033"));
+    CMainFrameWnd& frame = stage.Open(picture);
+    Driver::Click(QStringLiteral("btnMeiRong"));
+    Driver::Click(QStringLiteral("BtnMouth"));
+    Driver::Click(QStringLiteral("BtnMouthColor"));
+    QWidget* canvas = frame.Mid().Canvas();
+    const QPoint middle = canvas->rect().center();
+    for (int i = 0; i < 10; ++i)
+        Strokes::Draw(*canvas, Strokes::Line(middle + QPoint(-60, 8 * i), middle + QPoint(60, 8 * i), 15));
+    Driver::DragSlider(QStringLiteral("SliderMouthColorAlpha"), 80);
+    return CHistoryManager::Instance().m_count == 2 ? PeakOfThisProcess() : 0;
 }

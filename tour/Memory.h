@@ -10,3 +10,5 @@ double TourMemory(const QString& picture);
 // Opens `picture`, gives it this size in the resize tool, and gives the most memory that the process held, in MB; 0
 // when it did not come to that size.
 double TourResizeMemory(const QString& picture, QSize size);
+// The same for the lip brush: ten strokes, and its strength moved. 0 when the strokes did not arrive.
+double TourBrushMemory(const QString& picture);

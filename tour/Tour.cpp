@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quince_tour retouch PICTURE FOLDER          a retouch in the real windows; the result and a shot of the window
 // quince_tour memory PICTURE                  the most memory that opening and one step took, in MB
+// quince_tour memory PICTURE brush             the same for ten strokes over the lips and a moved slider
 // quince_tour memory PICTURE WIDTH HEIGHT     the same for opening and giving the picture this size
 // quince_tour screens PICTURE FOLDER LANGUAGE SUFFIX   the pictures of the documentation
 #include <cstdio>
@@ -24,10 +25,12 @@ int main(int argc, char** argv) {
     QStringList arguments = application.arguments();
     if (arguments.size() > 2) arguments[2] = QFileInfo(arguments[2]).absoluteFilePath();
     if (arguments.size() == 4 && arguments[1] == u"retouch") return TourRetouch(arguments[2], arguments[3]) ? 0 : 1;
-    if ((arguments.size() == 3 || arguments.size() == 5) && arguments[1] == u"memory") {
-        const double megabytes = arguments.size() == 3
-                                     ? TourMemory(arguments[2])
-                                     : TourResizeMemory(arguments[2], {arguments[3].toInt(), arguments[4].toInt()});
+    if (arguments.size() >= 3 && arguments.size() <= 5 && arguments[1] == u"memory") {
+        double megabytes = 0;
+        if (arguments.size() == 3) megabytes = TourMemory(arguments[2]);
+        if (arguments.size() == 4) megabytes = TourBrushMemory(arguments[2]);
+        if (arguments.size() == 5)
+            megabytes = TourResizeMemory(arguments[2], {arguments[3].toInt(), arguments[4].toInt()});
         std::printf("%.1f\n", megabytes);
         return megabytes > 0 ? 0 : 1;
     }
@@ -36,8 +39,9 @@ int main(int argc, char** argv) {
         TourScreens(arguments[2], arguments[3], arguments[5]);
         return 0;
     }
-    std::fprintf(stderr,
-                 "usage: quince_tour retouch PICTURE FOLDER | memory PICTURE [WIDTH HEIGHT] | screens PICTURE FOLDER "
-                 "LANGUAGE SUFFIX\n");
+    std::fprintf(
+        stderr,
+        "usage: quince_tour retouch PICTURE FOLDER | memory PICTURE [brush | WIDTH HEIGHT] | screens PICTURE FOLDER "
+        "LANGUAGE SUFFIX\n");
     return 2;
 }
