@@ -2,6 +2,7 @@
 #include "DarkCircle.h"
 
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 #include "MapReader.h"
@@ -19,16 +20,16 @@ namespace {
 constexpr int Colours = 3;
 constexpr float MostClosed = 0.7f;  // of the gap at the greatest strength
 constexpr int StrengthSteps = 10;
-constexpr float CellsToMark = 24.0f;              // cells across the thinner side of a mark
-constexpr float LowSigma = 1.0f / 7.0f;           // of that side: what is finer is texture
-constexpr float BandFrom = 0.15f, BandTo = 1.0f;  // the cheek, in thinner sides below the mark
-constexpr float Along = 0.12f;                    // of the mark's width within which the cheek's colour is a mean
-constexpr float Feather = 0.35f;                  // of the brush's radius
-constexpr float Usual = 150.0f;                   // the luma at which the next limits hold; they go with the light
-constexpr float SkinSpread = 26.0f, LocalSpread = 13.0f;  // levels that halve a cell's weight
-constexpr float DarkFrom = 13.0f, DarkTo = 34.0f;         // lashes: levels below the skin
-constexpr float LightFrom = 22.0f, LightTo = 48.0f;       // gloss and the white of the eye: above it
-constexpr float ColourFrom = 22.0f, ColourTo = 48.0f;     // the eye: red less blue
+constexpr float CellsToMark = 24.0f;                   // cells across the thinner side of a mark
+constexpr float LowSigma = 1.0f / 7.0f;                // of that side: what is finer is texture
+constexpr float BandFrom = 0.15f, BandTo = 1.0f;       // the cheek, in thinner sides below the mark
+constexpr float Along = 0.12f;                         // of the mark's width within which the cheek's colour is a mean
+constexpr float Feather = 0.7f;                        // of the brush's radius
+constexpr float Usual = 150.0f;                        // the luma at which the next limits hold; they go with the light
+constexpr float LocalSpread = 13.0f;                   // levels that halve a cell's weight
+constexpr float DarkFrom = 18.0f, DarkTo = 42.0f;      // lashes: levels below the skin
+constexpr float LightFrom = 22.0f, LightTo = 48.0f;    // gloss and the white of the eye: above it
+constexpr float ColourFrom = 22.0f, ColourTo = 48.0f;  // the eye: red less blue
 
 float Luma(const float* c) {
     return 0.0722f * c[0] + 0.7152f * c[1] + 0.2126f * c[2];
@@ -113,8 +114,9 @@ class Skin {
     }
     float& Weight(int x, int y) { return m_weights[std::size_t(m_cells.Width()) * y + x]; }
     bool IsMarked(int x, int y) const { return m_marked[std::size_t(m_cells.Width()) * y + x] > 0.5f; }
-    void MedianOfMark(float* colour) const;
-    void WeighBy(const float* colour, float spread);
+    bool IsSkin(int x, int y) const { return m_skin[std::size_t(m_cells.Width()) * y + x]; }
+    void FindSkin(float thickness);
+    void TakeMedians(int reach);
     void WeighByLow();
     void SmoothSkin(float sigma);
     bool FindCheek(float thickness);
@@ -122,6 +124,7 @@ class Skin {
     PixelRect m_area;
     int m_factor;
     Planes m_cells, m_low;
+    std::vector<std::uint8_t> m_skin;  // the mark and the cheek below it
     std::vector<float> m_marked, m_weights, m_cheek;
 };
 
@@ -153,28 +156,47 @@ Skin::Skin(const std::uint8_t* pixels, int width, const PixelRect& area, const M
             m_marked[std::size_t(m_cells.Width()) * ((run.y - area.top) / factor) + (x - area.left) / factor] += per;
 }
 
-void Skin::MedianOfMark(float* colour) const {
-    for (int c = 0; c < Colours; ++c) {
-        std::vector<float> values;
-        ForCells([&](int x, int y) {
-            if (IsMarked(x, y)) values.push_back(m_cells.Row(c, y)[x]);
-        });
-        if (values.empty()) ForCells([&](int x, int y) { values.push_back(m_cells.Row(c, y)[x]); });
-        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-        std::nth_element(values.begin(), middle, values.end());
-        colour[c] = *middle;
+// The mark, and what lies below it as far as the cheek is looked at.
+void Skin::FindSkin(float thickness) {
+    m_skin.assign(m_marked.size(), 0);
+    const int below = std::max(1, static_cast<int>(BandTo * thickness));
+    for (int x = 0; x < m_cells.Width(); ++x) {
+        int left = 0;
+        for (int y = 0; y < m_cells.Height(); ++y) {
+            left = IsMarked(x, y) ? below + 1 : left - 1;
+            m_skin[std::size_t(m_cells.Width()) * y + x] = left > 0;
+        }
     }
 }
 
-void Skin::WeighBy(const float* colour, float spread) {
-    const float limit = spread * (Luma(colour) + 40.0f) / (Usual + 40.0f);
-    ForCells([&](int x, int y) {
-        float away = 0.0f;
-        for (int c = 0; c < Colours; ++c) {
-            const float d = (m_cells.Row(c, y)[x] - colour[c]) / limit;
-            away += d * d / Colours;
-        }
-        Weight(x, y) = 1.0f / (1.0f + away * away);
+// The colour of the cell of middle luma within `reach` cells.
+void Skin::TakeMedians(int reach) {
+    const PixelRect bounds{0, 0, m_cells.Width(), m_cells.Height()};
+    ForEachBand(m_cells.Height(), 4, [&](int first, int last) {
+        struct Near {
+            float luma;
+            int x, y;
+        };
+        std::vector<Near> cells;
+        for (int y = first; y < last; ++y)
+            for (int x = 0; x < m_cells.Width(); ++x) {
+                const PixelRect window = PixelRect{x, y, x + 1, y + 1}.Grown(reach).Within(bounds);
+                cells.clear();
+                if (IsSkin(x, y))
+                    for (int v = window.top; v < window.bottom; ++v)
+                        for (int u = window.left; u < window.right; ++u)
+                            if (IsSkin(u, v)) {
+                                const float colour[] = {m_cells.Row(0, v)[u], m_cells.Row(1, v)[u],
+                                                        m_cells.Row(2, v)[u]};
+                                cells.push_back({Luma(colour), u, v});
+                            }
+                if (cells.empty()) cells.push_back({0.0f, x, y});
+                const auto middle = cells.begin() + static_cast<std::ptrdiff_t>(cells.size() / 2);
+                std::nth_element(cells.begin(), middle, cells.end(), [](const Near& a, const Near& b) {
+                    return std::tie(a.luma, a.y, a.x) < std::tie(b.luma, b.y, b.x);
+                });
+                for (int c = 0; c < Colours; ++c) m_low.Row(c, y)[x] = m_cells.Row(c, middle->y)[middle->x];
+            }
     });
 }
 
@@ -187,7 +209,7 @@ void Skin::WeighByLow() {
             const float d = (m_cells.Row(c, y)[x] - low[c]) / limit;
             away += d * d / Colours;
         }
-        Weight(x, y) = 1.0f / (1.0f + away * away);
+        Weight(x, y) = IsSkin(x, y) ? 1.0f / (1.0f + away * away) : 0.0f;
     });
 }
 
@@ -238,7 +260,9 @@ bool Skin::FindCheek(float thickness) {
     // Without a cheek in the picture the skin around has to do.
     if (total < 0.5f)
         ForCells([&](int x, int y) {
-            if (m_marked[std::size_t(width) * y + x] == 0.0f) add(x, y);
+            if (m_marked[std::size_t(width) * y + x] > 0.0f) return;
+            Weight(x, y) = 1.0f;
+            add(x, y);
         });
     const float sigma = std::max(1.0f, Along * static_cast<float>(std::max(1, right - left)));
     m_cheek.assign(std::size_t(Colours) * width, 0.0f);
@@ -258,14 +282,10 @@ bool Skin::FindCheek(float thickness) {
 }
 
 bool Skin::Measure(float thickness) {
-    float colour[Colours];
-    MedianOfMark(colour);
-    WeighBy(colour, SkinSpread);
     const float cells = thickness / static_cast<float>(m_factor), sigma = std::max(0.7f, LowSigma * cells);
-    for (int round = 0; round < 2; ++round) {
-        SmoothSkin(2.0f * sigma);
-        WeighByLow();
-    }
+    FindSkin(cells);
+    TakeMedians(std::max(1, static_cast<int>(std::lround(sigma))));
+    WeighByLow();
     SmoothSkin(sigma);
     return FindCheek(cells);
 }

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int Colours = SpotPlace::Colours;
-constexpr float Near = 1.3f, Far = 2.2f;  // the ring in radii
+constexpr float Near = 1.5f, Far = 2.5f;  // the ring in radii
 constexpr int Steps = 8;                  // samples to a radius
 constexpr std::size_t LeastSamples = 30;
 constexpr int Rounds = 4;

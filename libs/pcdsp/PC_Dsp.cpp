@@ -207,7 +207,7 @@ int PC_Dsp::RedEyeRemove(Bitmap* bitmap, const PixelRect& rect) {
 int PC_Dsp::RedEyeRemove(Bitmap& bitmap, const PixelRect& rect) {
     if (!bitmap) return 0;
     const PixelRect part = rect.Within({0, 0, bitmap.Width(), bitmap.Height()});
-    if (!part.IsEmpty()) DarkenRedPupil(bitmap.MutablePixels(), bitmap.Width(), bitmap.Height(), part);
+    if (!part.IsEmpty()) DarkenRedPupil(bitmap, part);
     return 1;
 }
 

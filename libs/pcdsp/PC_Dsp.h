@@ -140,7 +140,7 @@ class PC_Dsp {
     // Lightens dark circles: moves the low frequencies of the skin under every pixel of `mask` whose alpha is not 0
     // towards those of the cheek below the mark, in light and colour. `strength` 0 is neutral and 10 closes 70 % of the
     // gap; anything beyond is held there. Texture stays, so do lashes and the eye. The change fades out towards the
-    // mark's border, within about a third of `radius`, the brush's in pixels, at least 1 (DarkCircle.cpp).
+    // mark's border, within about two thirds of `radius`, the brush's in pixels, at least 1 (DarkCircle.cpp).
     static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,
                         int strength, CObjProgress* progress, int start, int end);
     static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,

@@ -40,11 +40,12 @@ bool IsRed(const std::uint8_t* p) {
     return Excess(p) >= LeastExcess && p[2] >= LeastRatio * static_cast<float>(std::max(p[0], p[1]));
 }
 
-float Median(std::vector<float>& values) {
+// The value that `part` of all lie below.
+float Quantile(std::vector<float>& values, double part) {
     if (values.empty()) return 0.0f;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    const auto at = values.begin() + static_cast<std::ptrdiff_t>(part * static_cast<double>(values.size() - 1));
+    std::nth_element(values.begin(), at, values.end());
+    return *at;
 }
 
 // A patch with its gaps filled, on a map of its box and a rim.
@@ -58,6 +59,15 @@ struct Blob {
     std::size_t IndexOf(int u, int v) const { return std::size_t(box.Width()) * (v - box.top) + (u - box.left); }
     // The distance to the patch up to `room`, in whole steps; 0 inside.
     std::vector<std::uint8_t> Distances(int room) const;
+    // Leaves only what `keep` says of (x, y), fills gaps again and measures again.
+    template <class Keep>
+    void Narrow(const Keep& keep) {
+        for (int v = box.top; v < box.bottom; ++v)
+            for (int u = box.left; u < box.right; ++u)
+                if (inside[IndexOf(u, v)] && !keep(u, v)) inside[IndexOf(u, v)] = 0;
+        FillGaps();
+        Measure();
+    }
 
   private:
     void FillGaps();
@@ -97,6 +107,7 @@ void Blob::FillGaps() {
 
 void Blob::Measure() {
     double xx = 0.0, xy = 0.0, yy = 0.0;
+    area = x = y = 0.0;
     const auto forInside = [&](const auto& body) {
         for (int v = box.top; v < box.bottom; ++v)
             for (int u = box.left; u < box.right; ++u)
@@ -107,6 +118,7 @@ void Blob::Measure() {
         x += u;
         y += v;
     });
+    if (area == 0.0) return;
     x /= area;
     y /= area;
     forInside([&](int u, int v) {
@@ -147,7 +159,7 @@ std::vector<std::uint8_t> Blob::Distances(int room) const {
 struct Pupil {
     Blob blob;
     std::vector<std::uint8_t> ways;
-    float redExcess = 0.0f, irisExcess = 0.0f, grey = 0.0f;
+    float redExcess = 0.0f, irisExcess = 0.0f, irisMost = 0.0f, grey = 0.0f;
     double score = 0.0;
 };
 
@@ -162,18 +174,18 @@ bool IsRound(const Blob& blob) {
            blob.area >= LeastFilled * 3.14159265 * blob.longAxis * blob.shortAxis;
 }
 
-// Measures a patch; false when it is no pupil.
+// Measures a patch and narrows it to what is more pupil than iris; false when it is no pupil.
 bool Judge(const View& view, const PixelRect& picture, const PixelRect& rect, Pupil& pupil) {
-    const Blob& blob = pupil.blob;
+    Blob& blob = pupil.blob;
     if (!IsRound(blob) || blob.x < rect.left || blob.x >= rect.right || blob.y < rect.top || blob.y >= rect.bottom)
         return false;
     const int ring = std::max(2, static_cast<int>(0.5 * blob.shortAxis));
-    pupil.ways = blob.Distances(Rim + ring);
+    const std::vector<std::uint8_t> ways = blob.Distances(Rim + ring);
     std::vector<float> red, iris, greys, lumas;
     const PixelRect seen = blob.box.Within(picture);
     for (int v = seen.top; v < seen.bottom; ++v)
         for (int u = seen.left; u < seen.right; ++u) {
-            const int way = pupil.ways[blob.IndexOf(u, v)];
+            const int way = ways[blob.IndexOf(u, v)];
             const std::uint8_t* const p = view.At(u, v);
             if (way == 0 && IsRed(p)) {
                 red.push_back(Excess(p));
@@ -183,31 +195,53 @@ bool Judge(const View& view, const PixelRect& picture, const PixelRect& rect, Pu
                 lumas.push_back(0.0722f * p[0] + 0.7152f * p[1] + 0.2126f * p[2]);
             }
         }
-    pupil.redExcess = Median(red);
-    pupil.irisExcess = Median(iris);
-    pupil.grey = Median(greys);
+    if (iris.empty()) return false;
+    pupil.redExcess = Quantile(red, 0.5);
+    pupil.irisExcess = Quantile(iris, 0.5);
+    pupil.grey = Quantile(greys, 0.5);
+    if (pupil.irisExcess > RingExcess * pupil.redExcess) return false;
+    if (pupil.irisExcess > SkinExcess && Quantile(lumas, 0.5) > SkinLuma) return false;
+    pupil.irisMost = std::max(pupil.irisExcess, Quantile(iris, 0.9));
+    const float limit = 0.5f * (pupil.redExcess + pupil.irisExcess);
+    blob.Narrow([&](int u, int v) {
+        return u < seen.left || u >= seen.right || v < seen.top || v >= seen.bottom || !IsRed(view.At(u, v)) ||
+               Excess(view.At(u, v)) >= limit;
+    });
+    if (!IsRound(blob)) return false;
+    pupil.ways = blob.Distances(Rim);
     pupil.score = pupil.redExcess * std::sqrt(blob.area) * blob.shortAxis / blob.longAxis;
-    if (iris.empty() || pupil.irisExcess > RingExcess * pupil.redExcess) return false;
-    return pupil.irisExcess < SkinExcess || Median(lumas) < SkinLuma;
+    return true;
+}
+
+// How much of a pixel the pupil is, by its red excess; inside also by any other strong colour, which the rim of a
+// highlight may have.
+float ShareOf(const std::uint8_t* p, const Pupil& pupil, bool isInside) {
+    const float from = std::min(pupil.irisMost, 0.6f * pupil.redExcess);
+    const float share = (Excess(p) - from) / std::max(1.0f, 0.85f * pupil.redExcess - from);
+    const auto [least, most] = std::minmax({p[0], p[1], p[2]});
+    const float tinted = isInside ? (static_cast<float>(most - least) - 20.0f) / 40.0f : 0.0f;
+    return std::clamp(std::max(share, tinted), 0.0f, 1.0f);
 }
 
 void Darken(std::uint8_t* pixels, int width, const PixelRect& rect, const Pupil& pupil) {
     const PixelRect part = pupil.blob.box.Within(rect);
-    const float span = std::max(1.0f, pupil.redExcess - pupil.irisExcess);
     const float factor = std::min(0.8f, DarkLevel / std::max(1.0f, pupil.grey));
     for (int y = part.top; y < part.bottom; ++y)
         for (int x = part.left; x < part.right; ++x) {
-            if (pupil.ways[pupil.blob.IndexOf(x, y)] > Rim) continue;
+            const int way = pupil.ways[pupil.blob.IndexOf(x, y)];
+            if (way > Rim) continue;
             std::uint8_t* const p = pixels + 4 * (std::ptrdiff_t{width} * y + x);
-            const float share = std::clamp((Excess(p) - pupil.irisExcess) / (0.8f * span), 0.0f, 1.0f);
+            const float share = ShareOf(p, pupil, way == 0);
             if (share <= 0.0f) continue;
             // A mixture with white is part of the highlight's rim and stays lighter.
-            const float grey = GreyOf(p), light = std::clamp((grey - pupil.grey - 20.0f) / 120.0f, 0.0f, 1.0f);
+            const auto least = static_cast<float>(std::min({p[0], p[1], p[2]}));
+            const float grey = 0.5f * (GreyOf(p) + least);
+            const float light = std::clamp((least - pupil.grey - 20.0f) / 120.0f, 0.0f, 1.0f);
             const float dark = grey * (factor + (1.0f - factor) * light * light);
             // What the pupil added to the pixel is its red excess.
-            const float left[] = {
-                float(p[0]), float(p[1]),
-                std::min(float(p[2]), std::max(float(p[0]), float(p[1])) + (1.0f - share) * pupil.irisExcess)};
+            const float most = std::max(static_cast<float>(p[0]), static_cast<float>(p[1]));
+            const float left[] = {float(p[0]), float(p[1]),
+                                  std::min(float(p[2]), most + (1.0f - share) * pupil.irisExcess)};
             for (int c = 0; c < 3; ++c)
                 p[c] = static_cast<std::uint8_t>(std::clamp(left[c] + share * (dark - left[c]) + 0.5f, 0.0f, 255.0f));
         }
@@ -215,10 +249,11 @@ void Darken(std::uint8_t* pixels, int width, const PixelRect& rect, const Pupil&
 
 }  // namespace
 
-void DarkenRedPupil(std::uint8_t* pixels, int width, int height, const PixelRect& rect) {
+void DarkenRedPupil(Bitmap& bitmap, const PixelRect& rect) {
+    const int width = bitmap.Width(), height = bitmap.Height();
     const PixelRect picture{0, 0, width, height};
     const PixelRect looked = rect.Grown(std::max(rect.Width(), rect.Height()) / 2 + 2 * Rim).Within(picture);
-    const View view{pixels, width};
+    const View view{bitmap.Pixels(), width};
     std::vector<MarkRun> runs;
     for (int y = looked.top; y < looked.bottom; ++y)
         for (int x = looked.left; x < looked.right; ++x) {
@@ -241,5 +276,5 @@ void DarkenRedPupil(std::uint8_t* pixels, int width, int height, const PixelRect
     }
     const auto best = std::max_element(pupils.begin(), pupils.end(),
                                        [](const Pupil& a, const Pupil& b) { return a.score < b.score; });
-    if (best != pupils.end()) Darken(pixels, width, rect, *best);
+    if (best != pupils.end()) Darken(bitmap.MutablePixels(), width, rect, *best);
 }

@@ -23,7 +23,7 @@ namespace {
 constexpr int Colours = SpotPlace::Colours;
 constexpr int Margin = 8;                          // pixels round the hole in which patches are mixed
 constexpr int Most = 12;                           // patches that are mixed
-constexpr float TraceReach = 0.2f;                 // radii in which a trace of the spot fades
+constexpr float TraceReach = 0.15f;                // radii in which a trace of the spot fades
 constexpr float Faint = 3.0f, Strong = 8.0f;       // levels by which a spot is none, and surely one, beside the skin
 constexpr float SureTrace = 0.6f, NoTrace = 0.9f;  // parts of the spot itself: more than that is no trace of a spot
 
