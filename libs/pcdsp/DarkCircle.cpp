@@ -20,14 +20,15 @@ namespace {
 constexpr int Colours = 3;
 constexpr float MostClosed = 0.7f;  // of the gap at the greatest strength
 constexpr int StrengthSteps = 10;
-constexpr float CellsToMark = 24.0f;                   // cells across the thinner side of a mark
-constexpr float LowSigma = 1.0f / 7.0f;                // of that side: what is finer is texture
-constexpr float BandFrom = 0.15f, BandTo = 1.0f;       // the cheek, in thinner sides below the mark
-constexpr float Along = 0.12f;                         // of the mark's width within which the cheek's colour is a mean
-constexpr float Feather = 0.7f;                        // of the brush's radius
-constexpr float Usual = 150.0f;                        // the luma at which the next limits hold; they go with the light
-constexpr float LocalSpread = 13.0f;                   // levels that halve a cell's weight
-constexpr float DarkFrom = 18.0f, DarkTo = 42.0f;      // lashes: levels below the skin
+constexpr float CellsToMark = 24.0f;              // cells across the thinner side of a mark
+constexpr float LowSigma = 0.22f;                 // of that side: what is finer is texture
+constexpr float BandFrom = 0.15f, BandTo = 1.0f;  // the cheek, in thinner sides below the mark
+constexpr float Along = 0.05f;                    // of the mark's width within which the cheek's colour is a mean
+constexpr float MostRaised = 1.35f;   // what the soft border lacks is made up for inside by no more than this
+constexpr float Feather = 0.5f;       // of the brush's radius
+constexpr float Usual = 150.0f;       // the luma at which the next limits hold; they go with the light
+constexpr float LocalSpread = 13.0f;  // levels that halve a cell's weight
+constexpr float DarkFrom = 28.0f, DarkTo = 75.0f;      // lashes: levels below the skin
 constexpr float LightFrom = 22.0f, LightTo = 48.0f;    // gloss and the white of the eye: above it
 constexpr float ColourFrom = 22.0f, ColourTo = 48.0f;  // the eye: red less blue
 
@@ -59,7 +60,7 @@ std::vector<MarkRun> RunsOf(const std::uint8_t* mask, int width, const PixelRect
 // is none of the mark's.
 class Softness {
   public:
-    Softness(const MarkGroup& group, const PixelRect& picture, float feather)
+    Softness(const MarkGroup& group, const PixelRect& picture)
         : m_box(group.box.Grown(1)), m_ways(std::size_t(m_box.Width()) * m_box.Height(), 0.0f) {
         for (const MarkRun& run : group.runs) std::fill_n(&m_ways[IndexOf(run.left, run.y)], run.right - run.left, Far);
         const PixelRect seen = m_box.Within(picture);
@@ -72,6 +73,16 @@ class Softness {
             for (int x = m_box.left + 1; x + 1 < m_box.right; ++x) Near(x, y, -1);
         for (int y = m_box.bottom - 2; y >= m_box.top; --y)
             for (int x = m_box.right - 2; x > m_box.left; --x) Near(x, y, 1);
+        // On a mark that leaves no border in the picture every way is far.
+        for (const MarkRun& run : group.runs)
+            for (int x = run.left; x < run.right; ++x) m_most = std::max(m_most, m_ways[IndexOf(x, run.y)]);
+        m_most = std::min(m_most, 0.5f * static_cast<float>(std::min(group.box.Width(), group.box.Height())));
+    }
+
+    // Twice the longest way: the mark's thickness in pixels.
+    float Thickness() const { return std::max(1.0f, 2.0f * m_most); }
+    // Turns ways into shares, 1 from `feather` on.
+    void Soften(float feather) {
         for (float& way : m_ways) way = 1.0f - Fall(way, 0.5f, 0.5f + feather);
     }
 
@@ -88,6 +99,7 @@ class Softness {
 
     PixelRect m_box;
     std::vector<float> m_ways;
+    float m_most = 0.0f;
 };
 
 // The skin round one mark in cells, and the cheek's colour for each column of them.
@@ -270,7 +282,7 @@ bool Skin::FindCheek(float thickness) {
     for (int x = 0; x < width; ++x) {
         float weights = 0.0f, means[Colours] = {};
         for (int u = 0; u < width; ++u) {
-            const float d = static_cast<float>(u - x) / sigma, share = 1.0f / ((1.0f + d * d) * (1.0f + d * d));
+            const float d = static_cast<float>(u - x) / sigma, share = std::exp(-0.5f * d * d) + 1e-4f;
             weights += share * sums[std::size_t(Colours + 1) * u + Colours];
             for (int c = 0; c < Colours; ++c) means[c] += share * sums[std::size_t(Colours + 1) * u + c];
         }
@@ -311,7 +323,7 @@ float Skin::Raised(float part, const Softness& softness) const {
         all += along;
         soft += share * along;
     });
-    const double raise = soft > 0.0 ? std::clamp(all / soft, 1.0, 1.5) : 1.0;
+    const double raise = soft > 0.0 ? std::clamp(all / soft, 1.0, double(MostRaised)) : 1.0;
     return std::min(1.0f, part * static_cast<float>(raise));
 }
 
@@ -325,16 +337,16 @@ float Likeness(const std::uint8_t* p, const float* low) {
 }
 
 bool Repair(std::uint8_t* pixels, int width, int height, const MarkGroup& group, int radius, float part) {
-    const auto thickness = static_cast<float>(std::min(group.box.Width(), group.box.Height()));
-    const int around = std::max(4, static_cast<int>(thickness));
     const PixelRect picture{0, 0, width, height};
+    Softness softness(group, picture);
+    const float thickness = softness.Thickness();
+    const int around = std::max(4, static_cast<int>(thickness));
     PixelRect area = group.box.Grown(around / 2);
     area.bottom += around;
     area = area.Within(picture);
     Skin skin(pixels, width, area, group, std::max(1, static_cast<int>(thickness / CellsToMark)));
     if (!skin.Measure(thickness)) return false;
-    const float feather = std::max(1.5f, Feather * std::min(static_cast<float>(radius), 0.5f * thickness));
-    const Softness softness(group, picture, feather);
+    softness.Soften(std::max(1.5f, Feather * std::min(static_cast<float>(radius), 0.5f * thickness)));
     const float raised = skin.Raised(part, softness);
     skin.CloseRows();
     const MapColumns columns(area.Width(), skin.Factor(), skin.Columns());

@@ -12,7 +12,7 @@ constexpr float Falloff = 2.0f;     // a patch of twice the best one's cost coun
 constexpr float SureCost = 0.5f;    // squared levels below which costs are all the same
 constexpr float FineSigma = 1.3f;   // what is finer comes from the best patch
 constexpr float CoarsePart = 0.2f;  // and so much of what is coarser
-constexpr float GrainLevel = 0.96f;
+constexpr float GrainLevel = 0.92f;
 
 }  // namespace
 
