@@ -20,7 +20,7 @@ namespace {
 constexpr int Colours = 3;
 constexpr float MostClosed = 0.7f;  // of the gap at the greatest strength
 constexpr int StrengthSteps = 10;
-constexpr float CellsToMark = 24.0f;              // cells across the thinner side of a mark
+constexpr float CellsToMark = 20.0f;              // cells across the thinner side of a mark
 constexpr float LowSigma = 0.22f;                 // of that side: what is finer is texture
 constexpr float BandFrom = 0.15f, BandTo = 1.0f;  // the cheek, in thinner sides below the mark
 constexpr float Along = 0.05f;                    // of the mark's width within which the cheek's colour is a mean
@@ -184,6 +184,7 @@ void Skin::FindSkin(float thickness) {
 // The colour of the cell of middle luma within `reach` cells.
 void Skin::TakeMedians(int reach) {
     const PixelRect bounds{0, 0, m_cells.Width(), m_cells.Height()};
+    const int step = 1 + reach / 4;  // every other cell says as much
     ForEachBand(m_cells.Height(), 4, [&](int first, int last) {
         struct Near {
             float luma;
@@ -195,8 +196,8 @@ void Skin::TakeMedians(int reach) {
                 const PixelRect window = PixelRect{x, y, x + 1, y + 1}.Grown(reach).Within(bounds);
                 cells.clear();
                 if (IsSkin(x, y))
-                    for (int v = window.top; v < window.bottom; ++v)
-                        for (int u = window.left; u < window.right; ++u)
+                    for (int v = window.top; v < window.bottom; v += step)
+                        for (int u = window.left; u < window.right; u += step)
                             if (IsSkin(u, v)) {
                                 const float colour[] = {m_cells.Row(0, v)[u], m_cells.Row(1, v)[u],
                                                         m_cells.Row(2, v)[u]};

@@ -16,9 +16,10 @@ namespace {
 
 constexpr int Colours = 3;
 constexpr float MeanWeight = 0.05f, InsideWeight = 0.5f;
-constexpr int SmallHole = 8;             // half the width in cells at which every place is tried
-constexpr int Tries = 48;                // places that are sharpened
-constexpr int Band = 3, CoarseBand = 2;  // width of the band, in pixels and in cells
+constexpr std::size_t MostInside = 240, MostBand = 480;  // pixels that are compared
+constexpr int SmallHole = 8;                             // half the width in cells at which every place is tried
+constexpr int Tries = 48, FineTries = 20;                // places that are sharpened, at first and on the finer copies
+constexpr int Band = 3, CoarseBand = 2;                  // width of the band, in pixels and in cells
 
 struct Level {
     Planes colours;
@@ -78,6 +79,8 @@ class Seeker {
                 else if (!hole.Row(y)[x] && NearHole(x, y, band))
                     m_band.push_back(
                         {OffsetOf(x, y), {colours.Row(0, y)[x], colours.Row(1, y)[x], colours.Row(2, y)[x]}});
+        Thin(m_inside, MostInside);
+        Thin(m_band, MostBand);
         MakeSums();
     }
 
@@ -123,6 +126,14 @@ class Seeker {
     }
 
   private:
+    // Keeps every n-th, so that a cost is no dearer on a large mark.
+    static void Thin(std::vector<Cell>& cells, std::size_t most) {
+        const std::size_t step = (cells.size() + most - 1) / most;
+        if (step < 2) return;
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < cells.size(); i += step) cells[kept++] = cells[i];
+        cells.resize(kept);
+    }
     std::ptrdiff_t OffsetOf(int x, int y) const { return m_pitch * y + x; }
     bool NearHole(int x, int y, int band) const {
         const PixelRect near = PixelRect{x, y, x + 1, y + 1}.Grown(band).Within(m_hole.Bounds());
@@ -215,7 +226,9 @@ std::vector<Patch> FindPatches(const Planes& colours, const HoleMap& hole, int m
         const Seeker seeker(i < 0 ? colours : levels[i]->colours, i < 0 ? hole : levels[i]->hole,
                             i < 0 ? Band : CoarseBand);
         const bool isFirst = i == static_cast<int>(levels.size()) - 1;
-        patches = Apart(isFirst ? TryAll(seeker) : Sharpened(seeker, patches), i < 0 ? most : Tries);
+        patches = Apart(isFirst ? TryAll(seeker) : Sharpened(seeker, patches), i < 0     ? most
+                                                                               : isFirst ? Tries
+                                                                                         : FineTries);
     }
     return patches;
 }
