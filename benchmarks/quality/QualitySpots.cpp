@@ -91,7 +91,7 @@ cv::Mat3b Inpainted(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot&
 
 // The patch among the neighbours whose border is most like the spot's own, cloned by OpenCV.
 cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot) {
-    const cv::Rect whole({}, picture.size()), box = spot.Box(1.0 + 5.0 / spot.radius);
+    const cv::Rect whole({}, picture.size()), box = spot.Box(1.0 + 8.0 / spot.radius);
     const cv::Mat1b rim = Grown(mask(box), 3.0) & ~mask(box);
     const int reach = static_cast<int>(4 * spot.radius);
     cv::Point best;
@@ -99,7 +99,7 @@ cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& sp
     for (int dy = -reach; dy <= reach; ++dy)
         for (int dx = -reach; dx <= reach; ++dx) {
             const cv::Rect there = box + cv::Point(dx, dy);
-            if ((there & whole) != there || std::hypot(dx, dy) < 2 * spot.radius + 4) continue;
+            if ((there & whole) != there || std::hypot(dx, dy) < 2 * spot.radius + 8) continue;
             const double cost = cv::norm(picture(box), picture(there), cv::NORM_L2SQR, rim);
             if (cost < least) {
                 least = cost;
@@ -107,9 +107,9 @@ cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& sp
             }
         }
     if (least > 1e17) return picture.clone();
-    // The clone goes three pixels beyond the mark, since OpenCV takes as many off its mask.
+    // The clone goes beyond the mark, since OpenCV takes three pixels (more on diagonals) off its mask.
     cv::Mat out;
-    cv::seamlessClone(picture(box + best), picture, Grown(mask(box), 3.0), spot.centre, out, cv::NORMAL_CLONE);
+    cv::seamlessClone(picture(box + best), picture, Grown(mask(box), 5.0), spot.centre, out, cv::NORMAL_CLONE);
     cv::Mat3b kept = picture.clone();
     out.copyTo(kept, mask);
     return kept;

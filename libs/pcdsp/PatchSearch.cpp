@@ -28,21 +28,24 @@ struct Level {
     Level(int width, int height) : colours(Colours, width, height), hole(width, height) {}
 };
 
-// Half the size; a cell with any hole is one.
+// Half the size, rounded up; a cell with any hole is one. An odd last row or column is its own pair.
 std::unique_ptr<Level> Halved(const Planes& colours, const HoleMap& hole) {
-    auto half = std::make_unique<Level>(hole.width / 2, hole.height / 2);
+    auto half = std::make_unique<Level>((hole.width + 1) / 2, (hole.height + 1) / 2);
+    const int pairs = hole.width / 2, last = hole.width - 1;
     for (int y = 0; y < half->hole.height; ++y) {
+        const int above = 2 * y, below = std::min(2 * y + 1, hole.height - 1);
         for (int c = 0; c < Colours; ++c) {
-            const float* const a = colours.Row(c, 2 * y);
-            const float* const b = colours.Row(c, 2 * y + 1);
+            const float* const a = colours.Row(c, above);
+            const float* const b = colours.Row(c, below);
             float* const out = half->colours.Row(c, y);
-            for (int x = 0; x < half->hole.width; ++x)
-                out[x] = 0.25f * (a[2 * x] + a[2 * x + 1] + b[2 * x] + b[2 * x + 1]);
+            for (int x = 0; x < pairs; ++x) out[x] = 0.25f * (a[2 * x] + a[2 * x + 1] + b[2 * x] + b[2 * x + 1]);
+            if (2 * pairs == last) out[pairs] = 0.5f * (a[last] + b[last]);
         }
-        const std::uint8_t* const a = hole.Row(2 * y);
-        const std::uint8_t* const b = hole.Row(2 * y + 1);
-        for (int x = 0; x < half->hole.width; ++x)
-            half->hole.Row(y)[x] = a[2 * x] | a[2 * x + 1] | b[2 * x] | b[2 * x + 1];
+        const std::uint8_t* const a = hole.Row(above);
+        const std::uint8_t* const b = hole.Row(below);
+        std::uint8_t* const out = half->hole.Row(y);
+        for (int x = 0; x < pairs; ++x) out[x] = a[2 * x] | a[2 * x + 1] | b[2 * x] | b[2 * x + 1];
+        if (2 * pairs == last) out[pairs] = a[last] | b[last];
     }
     return half;
 }

@@ -221,6 +221,22 @@ TEST(PatchSearching, FindsThePlaceWithTheSameSurroundings) {
     for (std::size_t i = 1; i < patches.size(); ++i) EXPECT_GE(patches[i].cost, patches[i - 1].cost);
 }
 
+TEST(PatchSearching, AMarkInTheLastOddRowAndColumnIsNotLost) {
+    constexpr int width = 201, height = 161;
+    const Bitmap noise = TestPictures::Noise(width, height, 6);
+    Planes colours(3, width, height);
+    HoleMap hole(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int c = 0; c < 3; ++c) colours.Row(c, y)[x] = noise.Row(y)[4 * x + c];
+    // A bar one pixel high, long enough for several reduced copies.
+    std::fill_n(hole.Row(height - 1) + 80, 70, HoleMap::Own);
+    EXPECT_FALSE(FindPatches(colours, hole, 4).empty());
+    HoleMap corner(width, height);
+    for (int y = 100; y < height; ++y) corner.Row(y)[width - 1] = HoleMap::Own;
+    EXPECT_FALSE(FindPatches(colours, corner, 4).empty());
+}
+
 TEST(PatchSearching, TakesNothingFromAnyMark) {
     constexpr int width = 90, height = 70;
     const Bitmap noise = TestPictures::Noise(width, height, 2);
