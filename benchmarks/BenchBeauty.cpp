@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The retouches of faces at full size.
+// The retouches of faces at full size, and the repairs of places of them.
+#include <cmath>
+
 #include "Bench.h"
 #include "InstructionSets.h"
 #include "PC_Dsp.h"
@@ -42,6 +44,65 @@ void Report(BenchReport& report, const std::string& name, Retouch retouch) {
     SelectKernelSet(-1);
 }
 
+constexpr int MarkColour = static_cast<int>(0xFF38EEFF);
+constexpr int MiddleX = Size24.width / 2, MiddleY = Size24.height / 2;
+
+// Fills a disc with a colour (0xAARRGGBB).
+void FillDisc(Bitmap& bitmap, int x, int y, int radius, std::uint32_t colour) {
+    std::uint8_t* const pixels = bitmap.MutablePixels();
+    for (int v = y - radius; v <= y + radius; ++v)
+        for (int u = x - radius; u <= x + radius; ++u)
+            if (std::hypot(u - x, v - y) <= radius)
+                for (int c = 0; c < 4; ++c)
+                    pixels[4 * (std::ptrdiff_t{bitmap.Width()} * v + u) + c] =
+                        static_cast<std::uint8_t>(colour >> 8 * c);
+}
+
+// A repair of a part of a picture of 24 megapixels, which is put back before each run.
+void ReportRepair(BenchReport& report, const std::string& name, const Bitmap& source, const PixelRect& part,
+                  const std::function<void(Bitmap&)>& repair) {
+    Bitmap picture = source.Clone();
+    const auto restore = [&] {
+        std::uint8_t* const pixels = picture.MutablePixels();
+        for (int y = part.top; y < part.bottom; ++y)
+            std::copy_n(source.Row(y) + 4 * part.left, 4 * part.Width(), pixels + picture.Stride() * y + 4 * part.left);
+    };
+    report.Add(name, Size24.Megapixels(),
+               MedianMs(
+                   31, [&] { repair(picture); }, restore),
+               "copy", CopyMs(Size24));
+}
+
+void ReportSpot(BenchReport& report, int radius) {
+    Bitmap mask(Size24.width, Size24.height);
+    FillDisc(mask, MiddleX, MiddleY, radius, static_cast<std::uint32_t>(MarkColour));
+    const PixelRect part = PixelRect{MiddleX, MiddleY, MiddleX + 1, MiddleY + 1}.Grown(radius);
+    ReportRepair(report, "spot." + std::to_string(radius), BenchPicture(Size24), part, [&](Bitmap& picture) {
+        PC_Dsp::ImageProcessWithInpaint(picture.MutablePixels(), picture.Width(), picture.Height(), mask.Pixels(),
+                                        MarkColour, part, nullptr, 0, 100);
+    });
+}
+
+void ReportCircle(BenchReport& report) {
+    constexpr int radius = 80, half = 350;
+    Bitmap mask(Size24.width, Size24.height);
+    for (int x = MiddleX - half + radius; x <= MiddleX + half - radius; x += 10)
+        FillDisc(mask, x, MiddleY, radius, 0x66FF6363u);
+    const PixelRect part{MiddleX - half, MiddleY - radius, MiddleX + half + 1, MiddleY + radius + 1};
+    ReportRepair(report, "dark_circle", BenchPicture(Size24), part, [&](Bitmap& picture) {
+        PC_Dsp::BlackEye(picture.MutablePixels(), picture.Width(), picture.Height(), mask.Pixels(), radius, 10, part,
+                         nullptr, 0, 100);
+    });
+}
+
+void ReportRedEye(BenchReport& report) {
+    Bitmap source = BenchPicture(Size24).Clone();
+    FillDisc(source, MiddleX, MiddleY, 100, 0xFF587896u);
+    FillDisc(source, MiddleX, MiddleY, 40, 0xFFD61E2Au);
+    const PixelRect part = PixelRect{MiddleX, MiddleY, MiddleX, MiddleY}.Grown(120);
+    ReportRepair(report, "red_eye", source, part, [&](Bitmap& picture) { PC_Dsp::RedEyeRemove(picture, part); });
+}
+
 }  // namespace
 
 static const BenchCase smooth1("smooth.1", [](BenchReport& report) { Report(report, "smooth.1", Smooth1); });
@@ -49,3 +110,9 @@ static const BenchCase smooth5("smooth.5", [](BenchReport& report) { Report(repo
 static const BenchCase tint("tint", [](BenchReport& report) { Report(report, "tint", Tint); });
 static const BenchCase recolour("recolour", [](BenchReport& report) { Report(report, "recolour", Recolour); });
 static const BenchCase teeth("teeth", [](BenchReport& report) { Report(report, "teeth", Teeth); });
+static const BenchCase spot("spot", [](BenchReport& report) {
+    ReportSpot(report, 25);
+    ReportSpot(report, 60);
+});
+static const BenchCase darkCircle("dark_circle", ReportCircle);
+static const BenchCase redEyes("red_eye", ReportRedEye);

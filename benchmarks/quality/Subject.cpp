@@ -60,6 +60,25 @@ void FillEyes(Subject& subject, const QJsonArray& eyes) {
     }
 }
 
+Subject::Disc DiscOf(const QJsonValue& disc) {
+    const QJsonValue centre = disc[QStringLiteral("centre")];
+    return {{centre[0].toDouble(), centre[1].toDouble()}, disc[QStringLiteral("radius")].toDouble()};
+}
+
+void FillFlaws(Subject& subject, const QJsonObject& regions) {
+    for (const QJsonValue& spot : regions[QStringLiteral("spots")].toArray()) subject.spots.push_back(DiscOf(spot));
+    for (const QJsonValue& eye : regions[QStringLiteral("eyes")].toArray())
+        if (eye[QStringLiteral("red")].toBool()) subject.redPupils.push_back(DiscOf(eye[QStringLiteral("pupil")]));
+    for (const QJsonValue& circle : regions[QStringLiteral("darkCircles")].toArray()) {
+        const QJsonValue radii = circle[QStringLiteral("radii")];
+        cv::Mat1b mask = cv::Mat1b::zeros(subject.face.size());
+        cv::ellipse(mask, PointOf(circle[QStringLiteral("centre")]),
+                    cv::Size(static_cast<int>(radii[0].toDouble()), static_cast<int>(radii[1].toDouble())), 0, 0, 360,
+                    cv::Scalar(255), cv::FILLED);
+        subject.circles.push_back(mask & ~subject.eyes);
+    }
+}
+
 // The face without the surroundings of its features and of whatever else has a strong gradient.
 void FindSkin(Subject& subject) {
     const double w = subject.faceWidth;
@@ -86,6 +105,7 @@ Subject WithRegions(Bitmap picture, const std::string& name, const QJsonObject& 
     subject.faceWidth = cv::boundingRect(face).width;
     Fill(subject.face, regions[QStringLiteral("face")]);
     FillEyes(subject, regions[QStringLiteral("eyes")].toArray());
+    FillFlaws(subject, regions);
     Fill(subject.lips, regions[QStringLiteral("upperLip")]);
     Fill(subject.lips, regions[QStringLiteral("lowerLip")]);
     Fill(subject.teeth, regions[QStringLiteral("teeth")]);
@@ -112,6 +132,19 @@ QJsonObject GuessedRegions(const Bitmap& picture) {
     QJsonArray face;
     for (const cv::Point& p : outlines.front()) face.append(QJsonArray{p.x, p.y});
     return {{QStringLiteral("face"), face}};
+}
+
+Bitmap Painted(int width, const PortraitLook& look) {
+    const PortraitPixels pixels = PaintPortrait(width, look);
+    Bitmap picture = Bitmap::Uninitialised(pixels.width, pixels.height);
+    std::uint8_t* to = picture.MutablePixels();
+    for (std::size_t i = 0; i < pixels.rgb.size(); i += 3, to += 4) {
+        to[0] = pixels.rgb[i + 2];
+        to[1] = pixels.rgb[i + 1];
+        to[2] = pixels.rgb[i];
+        to[3] = 255;
+    }
+    return picture;
 }
 
 QJsonObject RegionsIn(const std::string& path) {
@@ -141,15 +174,11 @@ std::optional<Subject> ReadSubject(const std::string& picture, const std::string
 }
 
 Subject PaintedSubject(int width, const PortraitLook& look, const std::string& name) {
-    const PortraitPixels pixels = PaintPortrait(width, look);
-    Bitmap picture = Bitmap::Uninitialised(pixels.width, pixels.height);
-    std::uint8_t* to = picture.MutablePixels();
-    for (std::size_t i = 0; i < pixels.rgb.size(); i += 3, to += 4) {
-        to[0] = pixels.rgb[i + 2];
-        to[1] = pixels.rgb[i + 1];
-        to[2] = pixels.rgb[i];
-        to[3] = 255;
-    }
     const QByteArray truth = QByteArray::fromStdString(PortraitTruth(width, look));
-    return WithRegions(picture, name, QJsonDocument::fromJson(truth).object());
+    Subject subject = WithRegions(Painted(width, look), name, QJsonDocument::fromJson(truth).object());
+    PortraitLook flawless = look;
+    flawless.flaws = false;
+    // It takes as long as the picture, and one skin is enough to judge by.
+    if (look.flaws && look.skin == PortraitLook::Skin::Fair) subject.flawless = Painted(width, flawless);
+    return subject;
 }

@@ -24,6 +24,16 @@ struct Subject {
     cv::Mat1b skin;  // the face without eyes, mouth and strong gradients
     cv::Mat1b hair;
 
+    // Flaws, and the same picture without them; none where they are not known.
+    struct Disc {
+        cv::Point2d centre;
+        double radius;
+    };
+    std::vector<Disc> spots;
+    std::vector<Disc> redPupils;
+    std::vector<cv::Mat1b> circles;  // dark circles, one for each eye
+    Bitmap flawless;
+
     // A part of the picture in face widths about a point of the face's box (0 to 1 both ways), for crops.
     cv::Rect Around(double x, double y, double width, double height) const;
 };

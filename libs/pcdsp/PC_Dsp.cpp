@@ -5,8 +5,10 @@
 #include <cmath>
 
 #include "ColourRamp.h"
+#include "DarkCircle.h"
 #include "FreeRotate.h"
 #include "PointPlan.h"
+#include "RedPupil.h"
 #include "Resampler.h"
 #include "Rotate.h"
 #include "Rows.h"
@@ -14,6 +16,7 @@
 #include "SkinSmooth.h"
 #include "SkinTint.h"
 #include "SoftDisc.h"
+#include "SpotHeal.h"
 #include "TeethWhiten.h"
 #include "Truncate.h"
 #include "UsmSharpen.h"
@@ -167,6 +170,45 @@ int PC_Dsp::Color_Channel_Composite(Bitmap& bitmap, unsigned char red, unsigned 
 int PC_Dsp::MeiBaiYaChi(unsigned char* pixels, int width, int height, CObjProgress* progress, int start, int end) {
     if (!Usable(pixels, width, height)) return 0;
     return WhitenTeeth(pixels, width, height, {progress, start, end});
+}
+
+int PC_Dsp::ImageProcessWithInpaint(unsigned char* pixels, int width, int height, const unsigned char* mask, int colour,
+                                    CObjProgress* progress, int start, int end) {
+    return ImageProcessWithInpaint(pixels, width, height, mask, colour, {0, 0, width, height}, progress, start, end);
+}
+
+int PC_Dsp::ImageProcessWithInpaint(unsigned char* pixels, int width, int height, const unsigned char* mask, int colour,
+                                    const PixelRect& marks, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height) || !mask) return 0;
+    const PixelRect part = marks.Within({0, 0, width, height});
+    const ProgressSpan span{progress, start, end};
+    if (part.IsEmpty()) return NothingToDo(span);
+    return HealSpots(pixels, width, height, mask, static_cast<std::uint32_t>(colour), part, span);
+}
+
+int PC_Dsp::BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius, int strength,
+                     CObjProgress* progress, int start, int end) {
+    return BlackEye(pixels, width, height, mask, radius, strength, {0, 0, width, height}, progress, start, end);
+}
+
+int PC_Dsp::BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius, int strength,
+                     const PixelRect& marks, CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height) || !mask || radius < 1) return 0;
+    const PixelRect part = marks.Within({0, 0, width, height});
+    const ProgressSpan span{progress, start, end};
+    if (part.IsEmpty() || strength <= 0) return NothingToDo(span);
+    return LightenCircles(pixels, width, height, mask, radius, std::min(strength, 10), part, span);
+}
+
+int PC_Dsp::RedEyeRemove(Bitmap* bitmap, const PixelRect& rect) {
+    return bitmap ? RedEyeRemove(*bitmap, rect) : 0;
+}
+
+int PC_Dsp::RedEyeRemove(Bitmap& bitmap, const PixelRect& rect) {
+    if (!bitmap) return 0;
+    const PixelRect part = rect.Within({0, 0, bitmap.Width(), bitmap.Height()});
+    if (!part.IsEmpty()) DarkenRedPupil(bitmap, part);
+    return 1;
 }
 
 int PC_Dsp::Circle_Gradient_Alpha(unsigned char** table, int radius) {

@@ -120,6 +120,41 @@ class PC_Dsp {
     // skin and beard hardly move (TeethWhiten.cpp).
     static int MeiBaiYaChi(unsigned char* pixels, int width, int height, CObjProgress* progress, int start, int end);
 
+    // --- Repairs of marked places
+    // ----------------------------------------------------------------------------------------------
+    //
+    // They change marked pixels only, or those of a rectangle, and cost what those cost. A form with a rectangle looks
+    // for marks within it alone and leaves the rest of the mask unread; the other form reads the whole mask. A
+    // rectangle may reach out of the picture or lie outside. Cancelled, every group of marks that touch each other is
+    // either repaired or as it was.
+
+    // Removes spots: fills the pixels whose four bytes in `mask` (4 x width bytes a row) are those of `colour`, an
+    // 0xAARRGGBB, with what the skin around would show there: its light, its grain, and the lines that run through. The
+    // same mark on the same picture always gives the same. Where nothing but marks is known the picture stays
+    // (SpotHeal.cpp).
+    static int ImageProcessWithInpaint(unsigned char* pixels, int width, int height, const unsigned char* mask,
+                                       int colour, CObjProgress* progress, int start, int end);
+    static int ImageProcessWithInpaint(unsigned char* pixels, int width, int height, const unsigned char* mask,
+                                       int colour, const PixelRect& marks, CObjProgress* progress, int start, int end);
+
+    // Lightens dark circles: moves the low frequencies of the skin under every pixel of `mask` whose alpha is not 0
+    // towards those of the cheek below the mark, in light and colour. `strength` 0 is neutral and 10 closes 70 % of the
+    // gap; anything beyond is held there. Texture stays, so do lashes and the eye. The change fades out towards the
+    // mark's border, within about two thirds of `radius`, the brush's in pixels, at least 1 (DarkCircle.cpp).
+    static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,
+                        int strength, CObjProgress* progress, int start, int end);
+    static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,
+                        int strength, const PixelRect& marks, CObjProgress* progress, int start, int end);
+
+    // Removes a red eye: darkens the red pupil whose middle lies in the rectangle, found by colour, roundness and the
+    // iris around it, and keeps its highlight. Where there is none no pixel changes, so that a second call changes
+    // nothing more (RedPupil.cpp). 0 for a null bitmap.
+    static int RedEyeRemove(Bitmap* bitmap, const PixelRect& rect);
+    static int RedEyeRemove(Bitmap& bitmap, const PixelRect& rect);
+
+    // --- Looks of whole pictures
+    // -----------------------------------------------------------------------------------------------
+
     // Improves a whole picture after judging it; `stride` in bytes, at least 4 x width.
     // A copy of at most 480 pixels gives the black and white point, the middle, the light of nearly grey pixels and the
     // share of skin; from these come levels and a white balance, each with a limit by scene. Two guided filters (He,

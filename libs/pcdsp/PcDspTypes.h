@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
+
 // One operation on single pixels, for PC_Dsp::ApplyPointOps. What a, b and c mean, their units, neutral values and
 // ranges stand in PC_Dsp.h at the call of the same name.
 struct PointOp {
@@ -39,4 +41,19 @@ enum eScenarioType {
 enum class ResampleQuality {
     Fast,  // while the view moves: bilinear where it enlarges
     Best,  // a settled view: cubic where it enlarges
+};
+
+// A rectangle of whole pixels; right and bottom lie outside.
+struct PixelRect {
+    int left = 0, top = 0, right = 0, bottom = 0;
+
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    bool IsEmpty() const { return right <= left || bottom <= top; }
+    PixelRect Grown(int by) const { return {left - by, top - by, right + by, bottom + by}; }
+    PixelRect Within(const PixelRect& other) const {
+        return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+                std::min(bottom, other.bottom)};
+    }
+    PixelRect Moved(int dx, int dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
 };

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SpotHeal.h"
+
+#include <cmath>
+#include <cstring>
+
+#include "FineGrain.h"
+#include "LightPlane.h"
+#include "Membrane.h"
+#include "PatchMix.h"
+#include "PatchSearch.h"
+#include "SpotPlace.h"
+
+// A group of touching marks is filled with what lies in places whose surroundings look like its own (PatchSearch.h,
+// PatchMix.h), brought to the light around it (LightPlane.h) and blended into the border by a membrane (Membrane.h).
+//
+// A spot is seldom marked to its last trace. Where the border is off the skin around it in the direction in which the
+// spot itself is, that part is a trace of the spot: it fades quickly on the way inwards instead of tinting the whole
+// disc. What else differs is light, and is carried all through.
+
+namespace {
+
+constexpr int Colours = SpotPlace::Colours;
+constexpr int Margin = 8;                          // pixels round the hole in which patches are mixed
+constexpr int Most = 12;                           // patches that are mixed
+constexpr float TraceReach = 0.15f;                // radii in which a trace of the spot fades
+constexpr float Faint = 3.0f, Strong = 8.0f;       // levels by which a spot is none, and surely one, beside the skin
+constexpr float SureTrace = 0.6f, NoTrace = 0.9f;  // parts of the spot itself: more than that is no trace of a spot
+
+bool IsMarked(const std::uint8_t* mask, std::uint32_t colour) {
+    std::uint32_t value;
+    std::memcpy(&value, mask, sizeof value);
+    return value == colour;
+}
+
+std::vector<MarkRun> RunsOf(const std::uint8_t* mask, int width, std::uint32_t colour, const PixelRect& marks) {
+    std::vector<MarkRun> runs;
+    for (int y = marks.top; y < marks.bottom; ++y) {
+        const std::uint8_t* const row = mask + std::ptrdiff_t{4} * width * y;
+        for (int x = marks.left; x < marks.right; ++x) {
+            if (!IsMarked(row + std::ptrdiff_t{4} * x, colour)) continue;
+            const int left = x;
+            while (x < marks.right && IsMarked(row + std::ptrdiff_t{4} * x, colour)) ++x;
+            runs.push_back({y, left, x});
+        }
+    }
+    return runs;
+}
+
+class Healing {
+  public:
+    explicit Healing(const SpotPlace& place)
+        : m_place(place),
+          m_box(place.hole.Grown(Margin).Within(place.holes.Bounds())),
+          m_fill(Colours, m_box.Width(), m_box.Height()),
+          m_lack(Colours, m_box.Width(), m_box.Height()),
+          m_holes(m_box.Width(), m_box.Height()) {
+        for (int y = 0; y < m_holes.height; ++y)
+            std::copy_n(place.holes.Row(m_box.top + y) + m_box.left, m_holes.width, m_holes.Row(y));
+    }
+
+    // False where nothing is known.
+    bool Fill() {
+        if (std::all_of(m_holes.holes.begin(), m_holes.holes.end(), [](std::uint8_t h) { return h != 0; }))
+            return false;
+        const std::vector<Patch> patches = FindPatches(m_place.colours, m_place.holes, Most);
+        if (patches.empty()) {
+            ForEachRow(m_fill, [&](int c, int y, int width) { std::fill_n(m_fill.Row(c, y), width, 0.0f); });
+        } else {
+            const PatchMix mix(m_place, patches);
+            mix.Fill(m_box, m_fill);
+            LightPlane(m_place, mix).AddTo(m_place, m_box, m_fill);
+        }
+        Blend(!patches.empty());
+        return true;
+    }
+
+    void Write(std::uint8_t* pixels, int width, const MarkGroup& group) const {
+        const int left = m_place.area.left + m_box.left, top = m_place.area.top + m_box.top;
+        for (const MarkRun& run : group.runs) {
+            std::uint8_t* to = pixels + 4 * (std::ptrdiff_t{width} * run.y + run.left);
+            for (int x = run.left; x < run.right; ++x, to += 4)
+                for (int c = 0; c < Colours; ++c)
+                    to[c] = static_cast<std::uint8_t>(
+                        std::clamp(m_fill.Row(c, run.y - top)[x - left] + 0.5f, 0.0f, 255.0f));
+        }
+    }
+
+  private:
+    void Blend(bool mayShowTraces) {
+        ForEachRow(m_lack, [&](int c, int y, int width) {
+            const float* const known = m_place.colours.Row(c, m_box.top + y) + m_box.left;
+            for (int x = 0; x < width; ++x) m_lack.Row(c, y)[x] = known[x] - m_fill.Row(c, y)[x];
+        });
+        float trace[Colours] = {};
+        if (mayShowTraces) FindTrace(trace);
+        ForEachRow(m_lack, [&](int c, int y, int width) {
+            for (int x = 0; x < width; ++x) m_lack.Row(c, y)[x] -= trace[c];
+        });
+        FillWithMembrane(m_lack, Colours, m_holes, 0.0f);
+        ForEachRow(m_lack, [&](int c, int y, int width) {
+            for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += m_lack.Row(c, y)[x];
+        });
+        AddTrace(trace);
+    }
+
+    bool IsBorder(int x, int y) const {
+        if (m_holes.Row(y)[x]) return false;
+        const PixelRect near = PixelRect{x, y, x + 1, y + 1}.Grown(1).Within(m_holes.Bounds());
+        for (int v = near.top; v < near.bottom; ++v)
+            for (int u = near.left; u < near.right; ++u)
+                if (m_holes.Row(v)[u] & HoleMap::Own) return true;
+        return false;
+    }
+
+    // What the border has of the spot, in levels: the part of its mean that points where the mean of the spot points.
+    void FindTrace(float* trace) const {
+        double border[Colours] = {}, spot[Colours] = {};
+        int borderCount = 0, spotCount = 0;
+        for (int y = 0; y < m_holes.height; ++y)
+            for (int x = 0; x < m_holes.width; ++x) {
+                const bool isSpot = m_holes.Row(y)[x] & HoleMap::Own, isBorder = !isSpot && IsBorder(x, y);
+                spotCount += isSpot;
+                borderCount += isBorder;
+                for (int c = 0; c < Colours; ++c) {
+                    if (isSpot) spot[c] += m_lack.Row(c, y)[x];
+                    if (isBorder) border[c] += m_lack.Row(c, y)[x];
+                }
+            }
+        double along = 0.0, square = 0.0;
+        for (int c = 0; c < Colours; ++c) {
+            spot[c] /= std::max(1, spotCount);
+            along += spot[c] * border[c] / std::max(1, borderCount);
+            square += spot[c] * spot[c];
+        }
+        if (square <= 0.0) return;
+        const auto size = static_cast<float>(std::sqrt(square / Colours)), part = static_cast<float>(along / square);
+        const float sure = std::clamp((size - Faint) / (Strong - Faint), 0.0f, 1.0f) *
+                           std::clamp((NoTrace - part) / (NoTrace - SureTrace), 0.0f, 1.0f);
+        for (int c = 0; c < Colours; ++c) trace[c] = sure * std::max(0.0f, part) * static_cast<float>(spot[c]);
+    }
+
+    void AddTrace(const float* trace) {
+        if (trace[0] == 0.0f && trace[1] == 0.0f && trace[2] == 0.0f) return;
+        Planes fading(1, m_holes.width, m_holes.height);
+        for (int y = 0; y < m_holes.height; ++y) std::fill_n(fading.Row(0, y), m_holes.width, 1.0f);
+        FillWithMembrane(fading, 1, m_holes, TraceReach * m_place.radius);
+        ForEachRow(m_fill, [&](int c, int y, int width) {
+            for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += trace[c] * fading.Row(0, y)[x];
+        });
+    }
+
+    const SpotPlace& m_place;
+    PixelRect m_box;  // of the place
+    Planes m_fill;
+    Planes m_lack;  // what the picture has more than the fill
+    HoleMap m_holes;
+};
+
+}  // namespace
+
+bool HealSpots(std::uint8_t* pixels, int width, int height, const std::uint8_t* mask, std::uint32_t colour,
+               const PixelRect& marks, const ProgressSpan& span) {
+    const std::vector<MarkRun> runs = RunsOf(mask, width, colour, marks);
+    const std::vector<MarkGroup> groups = GroupsOf(runs);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (!span.CanContinue()) return false;
+        const SpotPlace place(pixels, width, height, runs, groups[i]);
+        Healing healing(place);
+        if (healing.Fill()) {
+            // The last question before anything is written.
+            if (!span.CanContinue()) return false;
+            healing.Write(pixels, width, groups[i]);
+        }
+        span.Report(static_cast<double>(i + 1), static_cast<double>(groups.size()));
+    }
+    return true;
+}
