@@ -26,6 +26,9 @@ double MedianMs(int runs, const std::function<void()>& body, const std::function
 // and size.
 double CopyMs(const BenchSize& size);
 
+// write() of the bytes of a bitmap of this size into a file that is not there yet.
+double NewFileMs(const BenchSize& size);
+
 class BenchReport {
   public:
     // A row whose ratio is median / referenceMs; `reference` names what that is, for example "copy".

@@ -2,7 +2,6 @@
 // The brushes at 24 megapixels: entering, stamping, strokes and sliders in the window, and what a release costs.
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <vector>
 
 #include "Bench.h"
@@ -12,7 +11,6 @@
 #include "CChunCaiShowWnd.h"
 #include "CMoPiWnd.h"
 #include "CMouthColorPanel.h"
-#include "PC_File.h"
 
 namespace {
 
@@ -93,12 +91,6 @@ double ReleaseMs() {
     return times[times.size() / 2];
 }
 
-double WriteMs() {
-    QTemporaryDir folder;
-    const std::wstring path = folder.filePath(QStringLiteral("picture.bin")).toStdWString();
-    return MedianMs(7, [&] { PC_File::ImageSaveTobinary(BenchPicture(Size24), path); });
-}
-
 }  // namespace
 
 static const BenchCase entry("brush.enter", [](BenchReport& report) {
@@ -145,5 +137,6 @@ static const BenchCase compose("brush.compose", [](BenchReport& report) {
 
 static const BenchCase release("brush.release", [](BenchReport& report) {
     report.Add("brush.release.mask", Size24.Megapixels(), ReleaseMs<CChunCaiLogic>(), "copy", CopyMs(Size24));
-    report.Add("brush.release.direct", Size24.Megapixels(), ReleaseMs<CMoPiLogic>(), "write()", WriteMs());
+    report.Add("brush.release.direct", Size24.Megapixels(), ReleaseMs<CMoPiLogic>(), "write() of the same bytes",
+               NewFileMs(Size24));
 });

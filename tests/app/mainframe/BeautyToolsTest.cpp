@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The brush tools in the real main window, by mouse and keyboard events only, against the plain arithmetic.
-#include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QLabel>
+#include <QtCore/QCoreApplication>
+#include <QtGui/QImage>
 
 #include "BrushPlace.h"
 #include "CBrushWnd.h"
