@@ -46,9 +46,24 @@ QUINCE_INLINE Doubles SpreadDouble(double value) {
 }
 // first, first + 1, ...
 QUINCE_INLINE Doubles Counted(int first) {
-    Doubles v;
-    for (int i = 0; i < Wide; ++i) v[i] = first + i;
-    return v;
+#if defined(__AVX512F__)
+    const Doubles steps = {0, 1, 2, 3, 4, 5, 6, 7};
+#elif defined(__AVX2__)
+    const Doubles steps = {0, 1, 2, 3};
+#else
+    const Doubles steps = {0, 1};
+#endif
+    return steps + static_cast<double>(first);
+}
+// x and y in turn.
+QUINCE_INLINE Floats Interleaved(WideFloats x, WideFloats y) {
+#if defined(__AVX512F__)
+    return __builtin_shufflevector(x, y, 0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
+#elif defined(__AVX2__)
+    return __builtin_shufflevector(x, y, 0, 4, 1, 5, 2, 6, 3, 7);
+#else
+    return Floats{x[0], y[0], x[1], y[1]};
+#endif
 }
 QUINCE_INLINE Doubles ReadTable(const double* table, WideInts index) {
 #if defined(__AVX512F__)
@@ -188,8 +203,19 @@ QUINCE_INLINE Doubles Held(Doubles field, Doubles step, Doubles place, double mo
     return at < 0.0 ? 0.0 - place : above;
 }
 
-// Writes the new pairs of the field.
-QUINCE_INLINE void JoinPairs(const WarpStep& step, const RowPlan& plan, int first, int count, const Places& places,
+// Where the source is to be read for new pairs of the field, as columns and rows: negative where it can't be.
+QUINCE_INLINE void FindSource(Doubles p, double q, WideFloats dx, WideFloats dy, int at, Places& out) {
+    const Doubles x = __builtin_convertvector(dx, Doubles) + p, y = __builtin_convertvector(dy, Doubles) + q;
+    // Towards zero; beyond the range of int the instruction gives the smallest one.
+    const WideInts column = __builtin_convertvector(x, WideInts), row = __builtin_convertvector(y, WideInts);
+    Store(out.across + at, x - __builtin_convertvector(column, Doubles));
+    Store(out.down + at, y - __builtin_convertvector(row, Doubles));
+    Store(out.column + at, column);
+    Store(out.row + at, row);
+}
+
+// The new pairs of the field, and where they point to.
+QUINCE_INLINE void JoinPairs(const WarpStep& step, const RowPlan& plan, int first, int count, Places& places,
                              float* pairs) {
     for (int i = 0; i < count; i += Wide) {
         const Doubles p = Counted(step.x + first + i), q = SpreadDouble(plan.y);
@@ -197,18 +223,18 @@ QUINCE_INLINE void JoinPairs(const WarpStep& step, const RowPlan& plan, int firs
             Held(LoadDoubles(places.fx + i), LoadDoubles(places.vx + i), p, step.width - 1), WideFloats);
         const WideFloats y = __builtin_convertvector(
             Held(LoadDoubles(places.fy + i), LoadDoubles(places.vy + i), q, step.height - 1), WideFloats);
-        float both[2 * Wide];
-        for (int k = 0; k < Wide; ++k) {
-            both[2 * k] = x[k];
-            both[2 * k + 1] = y[k];
-        }
-        const int here = count - i < Wide ? count - i : Wide;
-        __builtin_memcpy(pairs + std::ptrdiff_t{2} * i, both, std::size_t(here) * 2 * sizeof(float));
+        FindSource(p, plan.y, x, y, i, places);
+        const Floats both = Interleaved(x, y);
+        if (count - i >= Wide)
+            Store(pairs + std::ptrdiff_t{2} * i, both);
+        else
+            __builtin_memcpy(pairs + std::ptrdiff_t{2} * i, &both, std::size_t(count - i) * 2 * sizeof(float));
     }
 }
 
-// A removal: the field as it was, less of it.
-QUINCE_INLINE void FadePairs(const WarpStep& step, const RowPlan& plan, int first, int count, float* pairs) {
+// The same of a removal: the field as it was, less of it.
+QUINCE_INLINE void FadePairs(const WarpStep& step, const RowPlan& plan, int first, int count, Places& places,
+                             float* pairs) {
     for (int i = 0; i < count; ++i) {
         const double xi = first + i;
         const auto k = static_cast<std::ptrdiff_t>((xi * xi + plan.yi * plan.yi) * step.length / step.square);
@@ -216,30 +242,12 @@ QUINCE_INLINE void FadePairs(const WarpStep& step, const RowPlan& plan, int firs
         const float* const old = step.field.At(step.x + first + i, static_cast<int>(plan.y));
         pairs[2 * i] = static_cast<float>(rest * old[0]);
         pairs[2 * i + 1] = static_cast<float>(rest * old[1]);
+        places.vx[i] = pairs[2 * i];
+        places.vy[i] = pairs[2 * i + 1];
     }
-}
-
-// Where the source is to be read for the new field, as columns and rows. Negative where it can't be.
-QUINCE_INLINE void FindSource(const WarpStep& step, const RowPlan& plan, int first, int count, const float* pairs,
-                              Places& out) {
-    for (int i = 0; i < count; i += Wide) {
-        const int here = count - i < Wide ? count - i : Wide;
-        float both[2 * Wide] = {};
-        __builtin_memcpy(both, pairs + std::ptrdiff_t{2} * i, std::size_t(here) * 2 * sizeof(float));
-        Doubles x, y;
-        for (int k = 0; k < Wide; ++k) {
-            x[k] = both[2 * k];
-            y[k] = both[2 * k + 1];
-        }
-        x += Counted(step.x + first + i);
-        y += plan.y;
-        // Towards zero; beyond the range of int the instruction gives the smallest one.
-        const WideInts column = __builtin_convertvector(x, WideInts), row = __builtin_convertvector(y, WideInts);
-        Store(out.across + i, x - __builtin_convertvector(column, Doubles));
-        Store(out.down + i, y - __builtin_convertvector(row, Doubles));
-        Store(out.column + i, column);
-        Store(out.row + i, row);
-    }
+    for (int i = 0; i < count; i += Wide)
+        FindSource(Counted(step.x + first + i), plan.y, __builtin_convertvector(LoadDoubles(places.vx + i), WideFloats),
+                   __builtin_convertvector(LoadDoubles(places.vy + i), WideFloats), i, places);
 }
 
 QUINCE_INLINE void LevelsAt(const std::uint8_t* pixel, Four& out) {
@@ -296,16 +304,14 @@ void WarpRow(const WarpStep& step, int yi, int first, int last, float* pairs) {
     for (int from = first; from <= last; from += Stretch, pairs += std::ptrdiff_t{2} * Stretch) {
         const int count = last - from + 1 < Stretch ? last - from + 1 : Stretch;
         if (step.mode == 3) {
-            FadePairs(step, plan, from, count, pairs);
+            FadePairs(step, plan, from, count, places, pairs);
         } else {
             Displace(step, plan, from, count, places);
             ReadField(step.field, count, places);
             JoinPairs(step, plan, from, count, places, pairs);
         }
         const int shown = writable - from < count ? writable - from : count;
-        if (shown <= 0) continue;
-        FindSource(step, plan, from, shown, pairs, places);
-        ReadSource(step, step.y + yi, from, shown, places);
+        if (shown > 0) ReadSource(step, step.y + yi, from, shown, places);
     }
 }
 
