@@ -58,8 +58,8 @@ struct Between {
 
     Between(int cell, int factor, int coarseFactor, int coarseCells) {
         const float middle = (static_cast<float>(cell) + 0.5f) * static_cast<float>(factor);
-        const float at = std::clamp(middle / static_cast<float>(coarseFactor) - 0.5f, 0.0f,
-                                    static_cast<float>(coarseCells - 1));
+        const float at =
+            std::clamp(middle / static_cast<float>(coarseFactor) - 0.5f, 0.0f, static_cast<float>(coarseCells - 1));
         from = static_cast<int>(at);
         to = std::min(from + 1, coarseCells - 1);
         part = at - static_cast<float>(from);

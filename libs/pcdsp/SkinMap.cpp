@@ -167,8 +167,8 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
     luma = BoxMean(luma, RadiusOf(Near, face));
     forRows([&](int x, int y) {
         float& share = shares.Row(y)[x];
-        share = Soft(wide.Row(y)[x] * perEven, 0.15f, 0.5f) * Soft(share, 0.2f, 0.7f) *
-                Soft(luma.Row(y)[x], 0.3f, 0.6f);
+        share =
+            Soft(wide.Row(y)[x] * perEven, 0.15f, 0.5f) * Soft(share, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
     });
     return shares;
 }

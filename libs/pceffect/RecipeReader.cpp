@@ -145,9 +145,9 @@ class Parser {
     void Section(std::string_view line) {
         if (!line.ends_with(']')) return Fail("a section ends with ]");
         const std::string_view name = Trimmed(line.substr(1, line.size() - 2));
-        static const std::set<std::string_view> names{"look",     "matrix", "grey",     "tone",  "colour",
-                                                      "skin",     "hues",   "split",    "fade",  "glow",
-                                                      "vignette", "edges",  "halation", "grain", "leak", "face"};
+        static const std::set<std::string_view> names{"look",     "matrix", "grey", "tone", "colour",   "skin",
+                                                      "hues",     "split",  "fade", "glow", "vignette", "edges",
+                                                      "halation", "grain",  "leak", "face"};
         if (!names.contains(name)) return Fail("unknown section [" + Printable(name) + "]");
         if (name == "leak") {
             if (m_recipe.leaks.size() == MostLeaks) return Fail("more than " + std::to_string(MostLeaks) + " leaks");

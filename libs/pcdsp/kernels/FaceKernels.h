@@ -33,8 +33,8 @@ QUINCE_INLINE Colours CorrectionAt(const MappedRow& row, int x) {
 QUINCE_INLINE Floats ClarityAt(const std::uint8_t* group, const MappedRow& row, float clarity, int x) {
     const Floats luma = Weighted(Unpack(LoadWords(group)));
     const Floats skin = MapRowAt(row.above[0], row.below[0], row.part, x);
-    const Floats base = luma * MapRowAt(row.above[1], row.below[1], row.part, x) +
-                        MapRowAt(row.above[2], row.below[2], row.part, x);
+    const Floats base =
+        luma * MapRowAt(row.above[1], row.below[1], row.part, x) + MapRowAt(row.above[2], row.below[2], row.part, x);
     const Floats detail = luma - base;
     return Detail(detail, 1.0f + clarity * (1.0f - skin)) - detail;
 }

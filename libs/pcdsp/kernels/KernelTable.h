@@ -14,5 +14,4 @@
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
     QUINCE_KERNEL_NAME, ReadsPieces,       PointRow,     LumaRow,           UsmRowInPlace, SumRows,         SumColumns,
     SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace, AddRow,
-    GaussianRow,        WidenRow,          CorrectRow,   RecolourRow,       TintRow,       TeethRow,
-    FaceRow};
+    GaussianRow,        WidenRow,          CorrectRow,   RecolourRow,       TintRow,       TeethRow,        FaceRow};
