@@ -62,8 +62,7 @@ std::vector<Figure> Figures(const Subject& subject, const Bitmap& after, const L
     const cv::Mat1b skin = BareSkin(subject);
     const Lab skinWas = MeanOf(labWas, skin), skinIs = MeanOf(labIs, skin);
     const cv::Mat1f edgesWas = GradientOf(was), edgesIs = GradientOf(is);
-    const double blotches =
-        RootMeanSquareOf(BlotchesOf(is, w), subject.skin) / RootMeanSquareOf(BlotchesOf(was, w), subject.skin);
+    const double blotches = RootMeanSquareOf(BlotchesOf(is, w), skin) / RootMeanSquareOf(BlotchesOf(was, w), skin);
     const bool fairOnDark = look.type == 3 && skinWas.l < DarkSkin;
     std::vector<Figure> figures = {{"blotches", 100.0 * blotches - 100.0, " %", -Figure::None, look.blotches},
                                    {"hue", HueDistance(HueOf(skinWas), HueOf(skinIs)), " deg", -Figure::None, look.hue},

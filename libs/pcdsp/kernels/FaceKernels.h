@@ -12,7 +12,8 @@ namespace {
 // How much of the room to the end that it moves to a channel is asked for.
 QUINCE_INLINE Floats ShareOfRoom(Floats level, Floats change) {
     const Floats room = change > 0.0f ? 255.0f - level : level;
-    return Absolute(change) * Inverse(room + 0.5f);
+    // What is left of it so that rounding does not reach the end either.
+    return Absolute(change) * Inverse(Max(room - 0.6f, Spread(1e-3f)));
 }
 
 QUINCE_INLINE void FaceGroup(std::uint8_t* group, const Colours& change) {

@@ -99,7 +99,8 @@ inline void FaceRow(std::uint8_t* pixels, int count, const MappedRow& correction
         double change[3], asked = 0.0;
         for (int i = 0; i < 3; ++i) {
             change[i] = MapAt(corrections, i, x) + clear;
-            asked = std::max(asked, std::abs(change[i]) / ((change[i] > 0.0 ? 255.0 - levels[i] : levels[i]) + 0.5));
+            const double room = change[i] > 0.0 ? 255.0 - levels[i] : levels[i];
+            asked = std::max(asked, std::abs(change[i]) / std::max(room - 0.6, 1e-3));
         }
         const double given = 1.0 / std::pow(1.0 + std::pow(asked, 4.0), 0.25);
         Put(pixels, c.r + change[0] * given, c.g + change[1] * given, c.b + change[2] * given);
