@@ -19,7 +19,7 @@ int Smooth1(Bitmap& picture) {
 int Smooth5(Bitmap& picture) {
     return PC_Dsp::CannyDericheBlur(picture, 5.0f, 5.0f, nullptr, nullptr, 0, 100);
 }
-int Tint(Bitmap& picture) {
+int TintOf(Bitmap& picture) {
     return PC_Dsp::CompositeColor(picture, 252, 203, 186, nullptr, 0, 100);
 }
 int Recolour(Bitmap& picture) {
@@ -83,6 +83,6 @@ static const BenchCase thumbnail("beauty.thumbnail", [](BenchReport& report) {
 });
 static const BenchCase smooth1("smooth.1", [](BenchReport& report) { Report(report, "smooth.1", Smooth1); });
 static const BenchCase smooth5("smooth.5", [](BenchReport& report) { Report(report, "smooth.5", Smooth5); });
-static const BenchCase tint("tint", [](BenchReport& report) { Report(report, "tint", Tint); });
+static const BenchCase tint("tint", [](BenchReport& report) { Report(report, "tint", TintOf); });
 static const BenchCase recolour("recolour", [](BenchReport& report) { Report(report, "recolour", Recolour); });
 static const BenchCase teeth("teeth", [](BenchReport& report) { Report(report, "teeth", Teeth); });

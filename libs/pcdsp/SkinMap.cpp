@@ -53,7 +53,7 @@ constexpr double Around = 0.045, Near = 0.01;
 constexpr double Wide = 0.11;
 // Deviations of the skin of a face from its own mean: towards red and away from yellow (blush and shadow), and in parts
 // of the mean the other way. Cloth falls short of red by more, and hair is yellower.
-constexpr float OwnBlush = 0.24f, OwnGrey = 0.15f, OwnPale = 0.45f, OwnYellow = 0.5f;
+constexpr float OwnBlush = 0.24f, OwnGrey = 0.15f, OwnPale = 0.45f, OwnYellow = 0.5f, YellowLight = 0.13f;
 
 float Soft(float v, float zeroAt, float oneAt) {
     const float t = std::clamp((v - zeroAt) / (oneAt - zeroAt), 0.0f, 1.0f);
@@ -158,7 +158,9 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
         const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
         const float redder = ratios.p - usualP, yellower = ratios.q - usualQ;
         const float p = redder / (redder > 0.0f ? OwnBlush : pale);
-        const float q = yellower / (yellower > 0.0f ? yellow : OwnGrey);
+        // What is as light as skin may be yellower: make-up, warm light from one side.
+        const float light = YellowLight * Soft(LumaOf(copy, x, y) * perLuma, 0.6f, 0.85f);
+        const float q = yellower / (yellower > 0.0f ? yellow + light : OwnGrey);
         const float away = p * p + q * q;
         colour.Row(y)[x] = maps.any ? 1.0f / (1.0f + away * away * away) : 0.0f;
         luma.Row(y)[x] = LumaOf(copy, x, y) * perLuma;
@@ -168,7 +170,7 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
     forRows([&](int x, int y) {
         float& share = shares.Row(y)[x];
         share =
-            Soft(wide.Row(y)[x] * perEven, 0.15f, 0.5f) * Soft(share, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
+            Soft(wide.Row(y)[x] * perEven, 0.22f, 0.55f) * Soft(share, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
     });
     return shares;
 }
