@@ -133,7 +133,9 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
         });
     };
     Plane likely(width, height);
-    for (int y = 0; y < height; ++y) copy.SkinOfRow(y, 1, likely.Row(y));
+    ForEachBand(height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) copy.SkinOfRow(y, 1, likely.Row(y));
+    });
     forRows([&](int x, int y) {
         const double own = maps.even.Row(y)[x] * wide.Row(y)[x], any = likely.Row(y)[x] * likely.Row(y)[x];
         const double weight = own * own * any * any;
