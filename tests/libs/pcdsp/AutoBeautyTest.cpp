@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 int RunLook(int type, Bitmap& picture, std::wstring folder = fs::path(QUINCE_RESOURCES).wstring(),
-        CObjProgress* sink = nullptr, int start = 0, int end = 100) {
+            CObjProgress* sink = nullptr, int start = 0, int end = 100) {
     return PC_Dsp::AutoBeauty(type, picture.MutablePixels(), picture.Width(), picture.Height(), 0, 0, 0, 0,
                               folder.data(), sink, start, end);
 }
