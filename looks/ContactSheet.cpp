@@ -3,7 +3,6 @@
 
 #include <QtGui/QPainter>
 
-#include "LookShelf.h"
 #include "PC_Dsp.h"
 
 namespace {
@@ -19,11 +18,10 @@ void DrawTile(QPainter& painter, QPoint corner, const Bitmap& tile, const QStrin
 
 }  // namespace
 
-QImage ContactSheet::Draw(const Bitmap& picture, const std::filesystem::path& program, const std::vector<int>& indexes,
-                          QString& error) const {
+QImage ContactSheet::Draw(const Bitmap& picture, const std::vector<Tile>& tiles, QString& error) const {
     const int tileHeight = std::max(1, tileWidth * picture.Height() / picture.Width());
     const Bitmap small = PC_Dsp::Resample(picture, tileWidth, tileHeight);
-    const int count = static_cast<int>(indexes.size()) + (withOriginal ? 1 : 0);
+    const int count = static_cast<int>(tiles.size()) + (withOriginal ? 1 : 0);
     const int across = std::min(columns, count), down = (count + across - 1) / across;
     QImage sheet(Gap + across * (tileWidth + Gap), Gap + down * (tileHeight + LabelHeight + Gap), QImage::Format_RGB32);
     sheet.fill(QColor(250, 250, 250));
@@ -40,16 +38,15 @@ QImage ContactSheet::Draw(const Bitmap& picture, const std::filesystem::path& pr
         return at;
     };
     if (withOriginal) DrawTile(painter, corner(), small, QStringLiteral("original"));
-    for (const int index : indexes) {
+    for (const Tile& tile : tiles) {
         std::string why;
-        const auto look = LookShelf::Take(program, index, &why);
-        Bitmap tile = small;
-        if (!look || !look->Apply(tile.MutablePixels(), tile.Width(), tile.Height(), {})) {
+        Bitmap changed = small;
+        const QString label = tile.apply(changed, why);
+        if (label.isEmpty()) {
             error = QString::fromStdString(why);
             return {};
         }
-        DrawTile(painter, corner(), tile,
-                 QStringLiteral("%1  %2").arg(index).arg(QString::fromStdString(look->GetRecipe().title)));
+        DrawTile(painter, corner(), changed, label);
     }
     return sheet;
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cstdio>
-#include <numeric>
 #include <QtCore/QStringList>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImageWriter>
 
+#include "BeautyShelf.h"
 #include "ContactSheet.h"
 #include "CubeFile.h"
 #include "LookShelf.h"
+#include "PC_Dsp.h"
 #include "PC_File.h"
 #include "WholeFile.h"
 
@@ -19,7 +20,8 @@ const char Usage[] =
     "quince-looks cube INDEX OUT.cube            writes the colour part of a look as a table of 33 points a side\n"
     "quince-looks sheet PICTURE OUT [FIRST LAST [TILE]]\n"
     "                                            draws the looks (all, or from FIRST to LAST) on a picture, tiles\n"
-    "                                            TILE pixels wide; OUT ends in .jpg or .png\n";
+    "                                            TILE pixels wide; OUT ends in .jpg or .png\n"
+    "quince-looks beauty PICTURE OUT [TILE]      draws the eight looks of beauty\n";
 
 constexpr int CubeSize = 33;
 
@@ -41,7 +43,15 @@ int Check() {
         ++wrong;
     }
     std::printf("%d looks, %d with errors\n", LookShelf::Count, wrong);
-    return wrong == 0 ? 0 : 1;
+    int beauties = 0;
+    for (int type = 1; type <= BeautyShelf::Count; ++type) {
+        std::string error;
+        if (BeautyShelf::Take(Program(), type, &error)) continue;
+        std::fprintf(stderr, "%s\n", error.c_str());
+        ++beauties;
+    }
+    std::printf("%d looks of beauty, %d with errors\n", BeautyShelf::Count, beauties);
+    return wrong + beauties == 0 ? 0 : 1;
 }
 
 int WriteCube(int index, const QString& path) {
@@ -67,23 +77,49 @@ int WriteCube(int index, const QString& path) {
                : Fail(path + QStringLiteral(" can't be written"));
 }
 
-int WriteSheet(const QString& picturePath, const QString& path, int first, int last, int tile) {
+// The first tile is the picture as it is.
+int WriteSheet(const QString& picturePath, const QString& path, const std::vector<ContactSheet::Tile>& tiles,
+               int columns, int tileWidth) {
     PC_File reader;
     const Bitmap picture = reader.OnLoadImage(picturePath.toStdWString().c_str(), nullptr, 0, 100, nullptr);
     if (!picture) return Fail(picturePath + QStringLiteral(" can't be read"));
-    std::vector<int> indexes(last - first + 1);
-    std::iota(indexes.begin(), indexes.end(), first);
     ContactSheet sheet;
-    sheet.tileWidth = tile;
+    sheet.tileWidth = tileWidth;
     sheet.withOriginal = true;
-    // Two rows for a category, a wide sheet for all.
-    sheet.columns = std::min(9, (last - first + 3) / 2);
+    sheet.columns = columns;
     QString error;
-    const QImage image = sheet.Draw(picture, Program(), indexes, error);
+    const QImage image = sheet.Draw(picture, tiles, error);
     if (image.isNull()) return Fail(error);
     QImageWriter writer(path);
     writer.setQuality(86);
     return writer.write(image) ? 0 : Fail(path + QStringLiteral(" can't be written"));
+}
+
+int WriteEffects(const QString& picture, const QString& path, int first, int last, int tileWidth) {
+    std::vector<ContactSheet::Tile> tiles;
+    for (int index = first; index <= last; ++index)
+        tiles.push_back({[index](Bitmap& tile, std::string& why) {
+            const auto look = LookShelf::Take(Program(), index, &why);
+            if (!look || !look->Apply(tile.MutablePixels(), tile.Width(), tile.Height(), {})) return QString();
+            return QStringLiteral("%1  %2").arg(index).arg(QString::fromStdString(look->GetRecipe().title));
+        }});
+    // Two rows for a category, a wide sheet for all.
+    return WriteSheet(picture, path, tiles, std::min(9, (last - first + 3) / 2), tileWidth);
+}
+
+int WriteBeauties(const QString& picture, const QString& path, int tileWidth) {
+    std::vector<ContactSheet::Tile> tiles;
+    // In the order of the program's list.
+    for (const int type : {6, 1, 4, 2, 3, 5, 7, 8})
+        tiles.push_back({[type](Bitmap& tile, std::string& why) {
+            const auto look = BeautyShelf::Take(Program(), type, &why);
+            std::wstring folder = Program().wstring();
+            if (!look ||
+                !PC_Dsp::AutoBeauty(type, tile.MutablePixels(), tile.Width(), tile.Height(), 0, 0, 0, 0, folder.data()))
+                return QString();
+            return QString::fromStdString(look->GetRecipe().title);
+        }});
+    return WriteSheet(picture, path, tiles, 3, tileWidth);
 }
 
 // The whole number that an argument is, the given one where there is none, and one that nothing takes for other text.
@@ -109,7 +145,11 @@ int main(int argc, char** argv) {
         const int first = NumberAt(arguments, 4, 0), last = NumberAt(arguments, 5, LookShelf::Count - 1);
         const int tile = NumberAt(arguments, 6, 240);
         if (known(first) && known(last) && first <= last && tile >= 16 && tile <= 2000)
-            return WriteSheet(arguments[2], arguments[3], first, last, tile);
+            return WriteEffects(arguments[2], arguments[3], first, last, tile);
+    }
+    if (command == u"beauty" && (arguments.size() == 4 || arguments.size() == 5)) {
+        const int tile = NumberAt(arguments, 4, 360);
+        if (tile >= 16 && tile <= 2000) return WriteBeauties(arguments[2], arguments[3], tile);
     }
     std::fputs(Usage, stderr);
     return 2;

@@ -3,7 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
+#include <new>
 
+#include "AutoBeauty.h"
+#include "BeautyShelf.h"
 #include "ColourRamp.h"
 #include "DarkCircle.h"
 #include "FreeRotate.h"
@@ -209,6 +213,21 @@ int PC_Dsp::RedEyeRemove(Bitmap& bitmap, const PixelRect& rect) {
     const PixelRect part = rect.Within({0, 0, bitmap.Width(), bitmap.Height()});
     if (!part.IsEmpty()) DarkenRedPupil(bitmap, part);
     return 1;
+}
+
+int PC_Dsp::AutoBeauty(int type, unsigned char* pixels, int width, int height, int, int, int, int, void* path,
+                       CObjProgress* progress, int start, int end) {
+    if (!Usable(pixels, width, height)) return 0;
+    std::shared_ptr<const Look> look;
+    try {
+        const wchar_t* folder = static_cast<const wchar_t*>(path);
+        look = BeautyShelf::Take(folder ? std::filesystem::path(folder) : std::filesystem::path(), type);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception&) {
+        return 0;  // a folder whose name is no text
+    }
+    return look ? Beautify(pixels, width, height, *look, {progress, start, end}) : 0;
 }
 
 int PC_Dsp::Circle_Gradient_Alpha(unsigned char** table, int radius) {

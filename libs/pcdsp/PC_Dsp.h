@@ -155,6 +155,15 @@ class PC_Dsp {
     // --- Looks of whole pictures
     // -----------------------------------------------------------------------------------------------
 
+    // One of eight looks of a portrait: 1 natural, 2 warm, 3 fair, 4 dreamy, 5 fresh, 6 rosy, 7 cool, 8 clear. Each is
+    // a recipe, a file of the folder "Beauty" in the program's folder `path` (a null-terminated const wchar_t*; null
+    // or an empty text stands for the folder of the call before): what it does to skin, known by colour, evenness and
+    // place without a face finder (FaceRetouch.cpp), then light, colour and glow of the whole picture as in CEffect.
+    // Lengths follow the face, so that a reduced picture shows the same look. The four numbers have no meaning.
+    // Refused for any other type and when the recipe cannot be read. Instruction sets may differ by two levels.
+    static int AutoBeauty(int type, unsigned char* pixels, int width, int height, int, int, int, int, void* path,
+                          CObjProgress* progress = nullptr, int start = 0, int end = 100);
+
     // Improves a whole picture after judging it; `stride` in bytes, at least 4 x width.
     // A copy of at most 480 pixels gives the black and white point, the middle, the light of nearly grey pixels and the
     // share of skin; from these come levels and a white balance, each with a limit by scene. Two guided filters (He,

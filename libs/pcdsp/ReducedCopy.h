@@ -22,6 +22,7 @@ class ReducedCopy {
     float* Row(int colour, int y) { return m_planes.Row(colour, y); }
     const float* Row(int colour, int y) const { return m_planes.Row(colour, y); }
     Planes& Cells() { return m_planes; }
+    const Planes& Cells() const { return m_planes; }
 
     // Skin likelihood of the cells of a row, from every `step`-th of them: writes (Columns() - 1) / step + 1 values.
     void SkinOfRow(int y, int step, float* skin) const;

@@ -19,6 +19,10 @@ struct Ratios {
     Ratios(float r, float g, float b) : p((r - g) / std::max(r, 1.0f)), q((g - b) / std::max(r, 1.0f)) {}
 };
 
+float LumaOf(const ReducedCopy& copy, int x, int y) {
+    return 0.2126f * copy.Row(0, y)[x] + 0.7152f * copy.Row(1, y)[x] + 0.0722f * copy.Row(2, y)[x];
+}
+
 // Sums of a row, added up in the order of rows so that threads do not show.
 struct Sums {
     double weight = 0.0, p = 0.0, q = 0.0, luma = 0.0;
@@ -42,6 +46,24 @@ float Evenness(const ReducedCopy& copy, int x, int y, int reach) {
     return 1.0f / (1.0f + steep * steep);
 }
 
+// In face widths: how far a cell's surroundings tell whether it lies in skin or in hair, and how far colours are mixed
+// before they are judged, pores and spots being skin as well.
+constexpr double Around = 0.045, Near = 0.01;
+// How far the surroundings reach that tell whether a cell lies in a face.
+constexpr double Wide = 0.11;
+// Deviations of the skin of a face from its own mean: towards red and away from yellow (blush and shadow), and in parts
+// of the mean the other way. Cloth falls short of red by more, and hair is yellower.
+constexpr float OwnBlush = 0.24f, OwnGrey = 0.15f, OwnPale = 0.45f, OwnYellow = 0.5f, YellowLight = 0.13f;
+
+float Soft(float v, float zeroAt, float oneAt) {
+    const float t = std::clamp((v - zeroAt) / (oneAt - zeroAt), 0.0f, 1.0f);
+    return t * t * (3.0f - 2.0f * t);
+}
+
+int RadiusOf(double part, double face) {
+    return std::max(1, static_cast<int>(std::lround(part * face)));
+}
+
 }  // namespace
 
 SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns(), copy.Rows()), even(colour) {
@@ -59,9 +81,7 @@ SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns()
                 const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
                 // The fourth power, since walls and cloths are even too, but only faintly of the colour of skin.
                 const double square = double(skin[x]) * skin[x], weight = square * square * out[x];
-                rows[y].Add(
-                    {weight, weight * ratios.p, weight * ratios.q,
-                     weight * (0.2126 * copy.Row(0, y)[x] + 0.7152 * copy.Row(1, y)[x] + 0.0722 * copy.Row(2, y)[x])});
+                rows[y].Add({weight, weight * ratios.p, weight * ratios.q, weight * LumaOf(copy, x, y)});
             }
         }
     });
@@ -84,4 +104,75 @@ SkinMaps::SkinMaps(const ReducedCopy& copy, double face) : colour(copy.Columns()
                 even.Row(y)[x] *= colour.Row(y)[x];
             }
     });
+}
+
+Plane SkinShares(const SkinMaps& maps, double face) {
+    // Two boxes make soft borders.
+    const Plane around = BoxMean(BoxMean(maps.even, RadiusOf(Around, face)), RadiusOf(Around / 2, face));
+    Plane shares = BoxMean(BoxMean(maps.colour, RadiusOf(Near, face)), RadiusOf(Near, face));
+    ForEachBand(shares.height, GrainOf(shares.width), [&](int first, int last) {
+        for (int y = first; y < last; ++y)
+            for (int x = 0; x < shares.width; ++x) {
+                float& share = shares.Row(y)[x];
+                share = Soft(around.Row(y)[x], 0.18f, 0.5f) * Soft(share, 0.25f, 0.75f);
+            }
+    });
+    return shares;
+}
+
+Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
+    const int width = copy.Columns(), height = copy.Rows();
+    const Plane wide = BoxMean(BoxMean(maps.even, RadiusOf(Wide, face)), RadiusOf(Wide / 2, face));
+    // Means over the evenest skin, in high powers, since cloth and walls may be even, but are less of its colour.
+    std::vector<Sums> rows(height);
+    std::vector<double> evenness(height, 0.0);
+    const auto forRows = [&](const auto& body) {
+        ForEachBand(height, GrainOf(width), [&](int first, int last) {
+            for (int y = first; y < last; ++y)
+                for (int x = 0; x < width; ++x) body(x, y);
+        });
+    };
+    Plane likely(width, height);
+    ForEachBand(height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) copy.SkinOfRow(y, 1, likely.Row(y));
+    });
+    forRows([&](int x, int y) {
+        const double own = maps.even.Row(y)[x] * wide.Row(y)[x], any = likely.Row(y)[x] * likely.Row(y)[x];
+        const double weight = own * own * any * any;
+        const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
+        rows[y].Add({weight, weight * ratios.p, weight * ratios.q, weight * LumaOf(copy, x, y)});
+        evenness[y] += weight * wide.Row(y)[x];
+    });
+    Sums all;
+    double even = 0.0;
+    for (int y = 0; y < height; ++y) {
+        all.Add(rows[y]);
+        even += evenness[y];
+    }
+    const double perWeight = 1.0 / std::max(all.weight, 1e-6);
+    const auto usualP = static_cast<float>(all.p * perWeight), usualQ = static_cast<float>(all.q * perWeight);
+    const float pale = std::max(0.05f, OwnPale * usualP), yellow = std::max(0.075f, OwnYellow * usualQ);
+    const float perLuma = static_cast<float>(1.0 / std::max(all.luma * perWeight, 20.0));
+    const float perEven = static_cast<float>(1.0 / std::max(even * perWeight, 0.05));
+
+    Plane colour(width, height), luma(width, height);
+    forRows([&](int x, int y) {
+        const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
+        const float redder = ratios.p - usualP, yellower = ratios.q - usualQ;
+        const float p = redder / (redder > 0.0f ? OwnBlush : pale);
+        // What is as light as skin may be yellower: make-up, warm light from one side.
+        const float light = YellowLight * Soft(LumaOf(copy, x, y) * perLuma, 0.6f, 0.85f);
+        const float q = yellower / (yellower > 0.0f ? yellow + light : OwnGrey);
+        const float away = p * p + q * q;
+        colour.Row(y)[x] = maps.any ? 1.0f / (1.0f + away * away * away) : 0.0f;
+        luma.Row(y)[x] = LumaOf(copy, x, y) * perLuma;
+    });
+    Plane shares = BoxMean(BoxMean(colour, RadiusOf(Near, face)), RadiusOf(Near, face));
+    luma = BoxMean(luma, RadiusOf(Near, face));
+    forRows([&](int x, int y) {
+        float& share = shares.Row(y)[x];
+        share =
+            Soft(wide.Row(y)[x] * perEven, 0.22f, 0.55f) * Soft(share, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
+    });
+    return shares;
 }

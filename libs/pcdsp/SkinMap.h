@@ -17,3 +17,12 @@ struct SkinMaps {
 
     SkinMaps(const ReducedCopy& copy, double face);
 };
+
+// The share of the retouch of skin that each cell gets, 0 to 1, with soft borders: pores and spots are skin as well;
+// hair, eyes and lips are not.
+Plane SkinShares(const SkinMaps& maps, double face);
+
+// The same for looks of the whole face, which must not leave patches of it behind, be it old or bearded: evenness of
+// wide surroundings counts, and colour and light are judged by those of this person's evenest skin, of which brown hair
+// and beige cloth fall short in one or the other.
+Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face);

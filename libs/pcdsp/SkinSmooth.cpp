@@ -72,9 +72,11 @@ class GuideScale {
     std::array<float, Steps> m_values;
 };
 
-class SkinSmoother {
+}  // namespace
+
+class SkinCorrection::Smoother {
   public:
-    SkinSmoother(std::uint8_t* pixels, int width, int height, float sigma)
+    Smoother(const std::uint8_t* pixels, int width, int height, float sigma)
         : m_sigma(sigma),
           m_binLevels(LikeLevels + LikeRise * sigma),
           m_scale(m_binLevels),
@@ -90,6 +92,8 @@ class SkinSmoother {
     void KeepShading();
 
     ReducedCopy& Correction() { return m_copy; }
+    const Planes& Fine() const { return m_fine; }
+    double FaceWidth() const { return m_face; }
 
   private:
     static constexpr int Colours = ReducedCopy::Colours;
@@ -118,7 +122,7 @@ class SkinSmoother {
     Planes m_fine;
 };
 
-void SkinSmoother::MakeFine() {
+void SkinCorrection::Smoother::MakeFine() {
     const Gaussian blur(std::max(0.3, FinePart * m_face));
     const int half = blur.half;
     ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
@@ -142,7 +146,7 @@ void SkinSmoother::MakeFine() {
     });
 }
 
-void SkinSmoother::MakeChange() {
+void SkinCorrection::Smoother::MakeChange() {
     RangeGrid grid = GridOf(EvenPart, m_scale.Range());
     AddRows(grid, [&](int cells, int y) {
         grid.Add(cells, m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
@@ -183,7 +187,7 @@ void SkinSmoother::MakeChange() {
     });
 }
 
-void SkinSmoother::KeepShading() {
+void SkinCorrection::Smoother::KeepShading() {
     RangeGrid grid = GridOf(ShadePart, 0.0f);
     const std::vector<float> nothing(m_columns);
     AddRows(grid, [&](int cells, int y) {
@@ -202,23 +206,48 @@ void SkinSmoother::KeepShading() {
     });
 }
 
-}  // namespace
+SkinCorrection::SkinCorrection(const std::uint8_t* pixels, int width, int height, float sigma)
+    : m_smoother(std::make_unique<Smoother>(pixels, width, height, sigma)) {}
+
+SkinCorrection::~SkinCorrection() = default;
+
+bool SkinCorrection::Work(const ProgressSpan& span) {
+    const auto [fining, changing, keeping] = Split<3>(span, {4, 3, 2});
+    if (!fining.CanContinue()) return false;
+    m_smoother->MakeFine();
+    fining.Report(1, 1);
+    if (!changing.CanContinue()) return false;
+    m_smoother->MakeChange();
+    changing.Report(1, 1);
+    if (!keeping.CanContinue()) return false;
+    m_smoother->KeepShading();
+    keeping.Report(1, 1);
+    return true;
+}
+
+ReducedCopy& SkinCorrection::Cells() {
+    return m_smoother->Correction();
+}
+
+const ReducedCopy& SkinCorrection::Cells() const {
+    return m_smoother->Correction();
+}
+
+const float* SkinCorrection::FineRow(int colour, int y) const {
+    return m_smoother->Fine().Row(colour, y);
+}
+
+double SkinCorrection::FaceWidth() const {
+    return m_smoother->FaceWidth();
+}
 
 bool SmoothSkin(std::uint8_t* pixels, int width, int height, float sigma, const std::uint8_t* mask,
                 const ProgressSpan& span) {
-    const auto [fining, changing, keeping, correcting] = Split<4>(span, {4, 3, 2, 3});
-    if (!fining.CanContinue()) return false;
-    SkinSmoother smoother(pixels, width, height, sigma);
-    smoother.MakeFine();
-    fining.Report(1, 1);
-    if (!changing.CanContinue()) return false;
-    smoother.MakeChange();
-    changing.Report(1, 1);
-    if (!keeping.CanContinue()) return false;
-    smoother.KeepShading();
-    keeping.Report(1, 1);
-
-    ReducedCopy& correction = smoother.Correction();
+    const auto [working, correcting] = Split<2>(span, {9, 3});
+    if (!working.CanContinue()) return false;
+    SkinCorrection smoothing(pixels, width, height, sigma);
+    if (!smoothing.Work(working)) return false;
+    ReducedCopy& correction = smoothing.Cells();
     MapReader::CloseRows(correction.Cells(), ReducedCopy::Colours);
     const MapColumns columns(width, correction.Factor(), correction.Columns());
     return RunRows(correcting, height, std::max(GrainOf(width), 4 * correction.Factor()), [&](int first, int last) {

@@ -2,7 +2,6 @@
 #include "SkinTint.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "Kernels.h"
 #include "MapReader.h"
@@ -13,31 +12,12 @@
 namespace {
 
 constexpr int MostCells = 200000;
-// In face widths: how far a cell's surroundings tell whether it lies in skin or in hair, and how far colours are mixed
-// before they are judged, pores and spots being skin as well.
-constexpr double Around = 0.045, Near = 0.01;
-
-float Soft(float v, float zeroAt, float oneAt) {
-    const float t = std::clamp((v - zeroAt) / (oneAt - zeroAt), 0.0f, 1.0f);
-    return t * t * (3.0f - 2.0f * t);
-}
-
-int RadiusOf(double part, double face) {
-    return std::max(1, static_cast<int>(std::lround(part * face)));
-}
 
 // The share of the tint for each cell, into the first plane of the copy.
 void MakeShares(ReducedCopy& copy) {
     const double face = copy.FaceWidth();
-    const SkinMaps maps(copy, face);
-    // Two boxes make soft borders.
-    const Plane around = BoxMean(BoxMean(maps.even, RadiusOf(Around, face)), RadiusOf(Around / 2, face));
-    const Plane near = BoxMean(BoxMean(maps.colour, RadiusOf(Near, face)), RadiusOf(Near, face));
-    ForEachBand(copy.Rows(), GrainOf(copy.Columns()), [&](int first, int last) {
-        for (int y = first; y < last; ++y)
-            for (int x = 0; x < copy.Columns(); ++x)
-                copy.Row(0, y)[x] = Soft(around.Row(y)[x], 0.18f, 0.5f) * Soft(near.Row(y)[x], 0.25f, 0.75f);
-    });
+    const Plane shares = SkinShares(SkinMaps(copy, face), face);
+    for (int y = 0; y < copy.Rows(); ++y) std::copy_n(shares.Row(y), copy.Columns(), copy.Row(0, y));
     MapReader::CloseRows(copy.Cells(), 1);
 }
 

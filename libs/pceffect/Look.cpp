@@ -2,10 +2,8 @@
 #include "Look.h"
 
 #include <cmath>
-#include <optional>
 
 #include "EffectKernels.h"
-#include "PlaceMap.h"
 #include "Rows.h"
 
 namespace {
@@ -47,11 +45,6 @@ void RunBand(const Pass& pass, unsigned char* pixels, int width, int first, int 
     }
 }
 
-int RunPass(const Pass& pass, unsigned char* pixels, int width, int height, const ProgressSpan& span) {
-    return RunRows(span, height, GrainOf(width),
-                   [&](int first, int last) { RunBand(pass, pixels, width, first, last); });
-}
-
 }  // namespace
 
 Look::Look(const Recipe& recipe)
@@ -72,14 +65,23 @@ std::shared_ptr<const GrainTiles> Look::TilesFor(double diagonal) const {
 
 int Look::Apply(unsigned char* pixels, int width, int height, const ProgressSpan& span) const {
     if (!span.CanContinue()) return 0;
+    const LookRun run(*this, pixels, width, height);
+    return RunRows(span, height, GrainOf(width), [&](int first, int last) { run.Rows(pixels, first, last); });
+}
+
+LookRun::LookRun(const Look& look, const unsigned char* pixels, int width, int height) : m_look(look), m_width(width) {
     const NodeGrid grid = NodeGrid::For(width, height);
-    std::optional<PlaceMap> place;
-    if (m_recipe.NeedsPlace()) place.emplace(m_recipe, m_colours, grid, pixels);
-    std::shared_ptr<const GrainTiles> tiles;
-    if (m_recipe.grain.amount > 0) tiles = TilesFor(grid.Diagonal());
-    return RunPass({m_lattice, place ? &*place : nullptr, tiles.get()}, pixels, width, height, span);
+    const Recipe& recipe = look.GetRecipe();
+    if (recipe.NeedsPlace()) m_place.emplace(recipe, look.Colours(), grid, pixels);
+    if (recipe.grain.amount > 0) m_tiles = look.TilesFor(grid.Diagonal());
+}
+
+void LookRun::Rows(unsigned char* pixels, int first, int last) const {
+    RunBand({m_look.Colour3D(), m_place ? &*m_place : nullptr, m_tiles.get()}, pixels, m_width, first, last);
 }
 
 int ApplyLattice(const Lattice& lattice, unsigned char* pixels, int width, int height, const ProgressSpan& span) {
-    return span.CanContinue() ? RunPass({lattice}, pixels, width, height, span) : 0;
+    if (!span.CanContinue()) return 0;
+    return RunRows(span, height, GrainOf(width),
+                   [&](int first, int last) { RunBand({lattice}, pixels, width, first, last); });
 }

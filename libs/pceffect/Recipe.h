@@ -97,6 +97,21 @@ struct Recipe {
 
     std::vector<Leak> leaks;
 
+    // What comes before all of the above, on the skin of a face; only the looks of beauty have it, and it is worked by
+    // whoever runs those (pcdsp/FaceRetouch.h).
+    struct Face {
+        double smooth = 0.0;        // strength of skin smoothing, 0 to 10
+        double even = 0.0;          // percent by which blotches of colour go to the mean of the skin
+        double light = 0.0;         // L* that middle tones of skin gain
+        double turn = 0.0;          // degrees that the hue of skin turns
+        double saturation = 100.0;  // percent of its chroma
+        double clarity = 0.0;       // percent more of local contrast, but on skin
+
+        bool IsNeutral() const {
+            return smooth <= 0 && even <= 0 && light == 0 && turn == 0 && saturation == 100 && clarity <= 0;
+        }
+    } face;
+
     // True when a step needs the surroundings of a pixel, and when one needs its place.
     bool NeedsNeighbours() const { return edges.amount > 0 || glow.amount > 0 || halation.amount > 0; }
     bool NeedsPlace() const { return NeedsNeighbours() || vignette.amount > 0 || !leaks.empty(); }

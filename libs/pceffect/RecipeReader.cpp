@@ -62,6 +62,12 @@ const std::vector<Field>& Fields() {
             {"edges", "amount", 0, 100, [](Recipe& r) { return One(r.edges.amount); }},
             {"edges", "radius", 0.5, 40, [](Recipe& r) { return One(r.edges.radius); }},
             {"edges", "start", 0, 99, [](Recipe& r) { return One(r.edges.start); }},
+            {"face", "smooth", 0, 10, [](Recipe& r) { return One(r.face.smooth); }},
+            {"face", "even", 0, 100, [](Recipe& r) { return One(r.face.even); }},
+            {"face", "light", -10, 10, [](Recipe& r) { return One(r.face.light); }},
+            {"face", "turn", -30, 30, [](Recipe& r) { return One(r.face.turn); }},
+            {"face", "saturation", 0, 200, [](Recipe& r) { return One(r.face.saturation); }},
+            {"face", "clarity", 0, 100, [](Recipe& r) { return One(r.face.clarity); }},
             {"grain", "amount", 0, 30, [](Recipe& r) { return One(r.grain.amount); }},
             {"grain", "size", 0.1, 4, [](Recipe& r) { return One(r.grain.size); }},
             {"grain", "shadows", 0, 100, [](Recipe& r) { return One(r.grain.shadows); }},
@@ -139,9 +145,9 @@ class Parser {
     void Section(std::string_view line) {
         if (!line.ends_with(']')) return Fail("a section ends with ]");
         const std::string_view name = Trimmed(line.substr(1, line.size() - 2));
-        static const std::set<std::string_view> names{"look",     "matrix", "grey",     "tone",  "colour",
-                                                      "skin",     "hues",   "split",    "fade",  "glow",
-                                                      "vignette", "edges",  "halation", "grain", "leak"};
+        static const std::set<std::string_view> names{"look",     "matrix", "grey", "tone", "colour",   "skin",
+                                                      "hues",     "split",  "fade", "glow", "vignette", "edges",
+                                                      "halation", "grain",  "leak", "face"};
         if (!names.contains(name)) return Fail("unknown section [" + Printable(name) + "]");
         if (name == "leak") {
             if (m_recipe.leaks.size() == MostLeaks) return Fail("more than " + std::to_string(MostLeaks) + " leaks");

@@ -49,10 +49,10 @@ constexpr std::array Layers{
     Layer{"core", 3, Widgets::Forbidden, "core holds state and steps only: hand the value in, or take a callback"},
     Layer{"platform", 2, Widgets::Forbidden, "platform serves all above: take a callback or post a message instead"},
     Layer{"libs/pcdsp", 1, Widgets::Forbidden, LibraryWayOut},
-    Layer{"libs/pceffect", 1, Widgets::Forbidden, LibraryWayOut},
+    Layer{"libs/pceffect", 0, Widgets::Forbidden, LibraryWayOut},
     Layer{"libs/pcfile", 1, Widgets::Forbidden, LibraryWayOut},
     Layer{"libs/crashreport", 1, Widgets::Forbidden, LibraryWayOut},
-    Layer{"libs/base", 0, Widgets::Forbidden, "libs/base is the ground: it uses the standard library alone"},
+    Layer{"libs/base", -1, Widgets::Forbidden, "libs/base is the ground: it uses the standard library alone"},
 };
 
 constexpr std::string_view LogicWayOut =

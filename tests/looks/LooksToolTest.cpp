@@ -47,13 +47,15 @@ TEST_F(LooksTool, FindsTheProgramsOwnLooksRight) {
     const Outcome outcome = RunTool({QStringLiteral("check")});
     EXPECT_EQ(outcome.code, 0) << outcome.error.toStdString();
     EXPECT_TRUE(outcome.out.contains(QStringLiteral("50 looks, 0 with errors")));
+    EXPECT_TRUE(outcome.out.contains(QStringLiteral("8 looks of beauty, 0 with errors")));
 }
 
 TEST_F(LooksTool, NamesWhatIsWrongWithFileAndLine) {
     namespace fs = std::filesystem;
     const fs::path folder = m_folder.path().toStdString(), tool = folder / "quince-looks";
     fs::copy(QUINCE_LOOKS_TOOL, tool);
-    fs::copy(fs::path(QUINCE_RESOURCES) / "Effects", folder / "Effects");
+    for (const char* looks : {"Effects", "Beauty"}) fs::copy(fs::path(QUINCE_RESOURCES) / looks, folder / looks);
+    fs::remove(folder / "Beauty" / "Baixi.look");
     std::ofstream(folder / "Effects" / LookShelf::FileName(6)) << "[look]\ntitle = A2\n[grain]\namount = much\n";
     fs::remove(folder / "Effects" / LookShelf::FileName(9));
     const Outcome outcome = RunTool({QStringLiteral("check")}, QString::fromStdString(tool.string()));
@@ -61,6 +63,8 @@ TEST_F(LooksTool, NamesWhatIsWrongWithFileAndLine) {
     EXPECT_TRUE(outcome.out.contains(QStringLiteral("50 looks, 2 with errors"))) << outcome.out.toStdString();
     EXPECT_TRUE(outcome.error.contains(QStringLiteral("A2.look: line 4: \"much\" is not a number")));
     EXPECT_TRUE(outcome.error.contains(QStringLiteral("P7.look: cannot be read")));
+    EXPECT_TRUE(outcome.out.contains(QStringLiteral("8 looks of beauty, 1 with errors"))) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.error.contains(QStringLiteral("Baixi.look: cannot be read")));
 }
 
 TEST_F(LooksTool, WritesTheColourPartAsATable) {
@@ -106,6 +110,13 @@ TEST_F(LooksTool, ShowsThePictureInEachLookBesideTheOriginal) {
     }
 }
 
+TEST_F(LooksTool, DrawsTheEightLooksOfBeauty) {
+    const Outcome outcome = RunTool({QStringLiteral("beauty"), Picture(), Path("sheet.png"), QStringLiteral("60")});
+    ASSERT_EQ(outcome.code, 0) << outcome.error.toStdString();
+    // The original and eight looks in three rows of three.
+    EXPECT_EQ(QImage(Path("sheet.png")).size(), QSize(10 + 3 * 70, 10 + 3 * (40 + 26 + 10)));
+}
+
 TEST_F(LooksTool, SaysWhichFileItCannotReadOrWrite) {
     const Outcome missing = RunTool({QStringLiteral("sheet"), Path("none.png"), Path("sheet.png")});
     EXPECT_EQ(missing.code, 1);
@@ -124,6 +135,8 @@ TEST_F(LooksTool, AnswersNonsenseWithItsUsage) {
         {QStringLiteral("cube"), QStringLiteral("50"), Path("x.cube")},
         {QStringLiteral("cube"), QStringLiteral("one"), Path("x.cube")},
         {QStringLiteral("sheet"), picture},
+        {QStringLiteral("beauty"), picture},
+        {QStringLiteral("beauty"), picture, sheet, QStringLiteral("15")},
         {QStringLiteral("sheet"), picture, sheet, QStringLiteral("5"), QStringLiteral("4")},
         {QStringLiteral("sheet"), picture, sheet, QStringLiteral("x"), QStringLiteral("4")},
         {QStringLiteral("sheet"), picture, sheet, QStringLiteral("0"), QStringLiteral("50")},

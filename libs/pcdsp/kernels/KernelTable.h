@@ -2,6 +2,7 @@
 // Makes the table of one instruction set. Included once by each of the Kernels*.cpp, which name the table.
 #pragma once
 
+#include "FaceKernels.h"
 #include "PointKernels.h"
 #include "ResampleKernels.h"
 #include "RetouchKernels.h"
@@ -13,4 +14,4 @@
 extern const PcDspKernels QUINCE_KERNEL_TABLE = {
     QUINCE_KERNEL_NAME, ReadsPieces,       PointRow,     LumaRow,           UsmRowInPlace, SumRows,         SumColumns,
     SumRowsByAlpha,     SumColumnsByAlpha, RotateOpaque, RotateTranslucent, SkinRow,       SceneRowInPlace, AddRow,
-    GaussianRow,        WidenRow,          CorrectRow,   RecolourRow,       TintRow,       TeethRow};
+    GaussianRow,        WidenRow,          CorrectRow,   RecolourRow,       TintRow,       TeethRow,        FaceRow};

@@ -155,6 +155,11 @@ struct PcDspKernels {
     void (*recolourRow)(std::uint8_t* pixels, int count, const std::uint32_t* ramp);
     void (*tintRow)(std::uint8_t* pixels, int count, const MappedRow& row);
     void (*teethRow)(std::uint8_t* pixels, int count, const MappedRow& row);
+    // Adds the three maps of the first row, and, above a clarity of 0, that part more of the light that a base layer
+    // leaves over, where the second row's maps (share of skin, slope and offset of the base) say that it is not skin.
+    // What is added is held back, all channels alike, so that none of them reaches an end.
+    void (*faceRow)(std::uint8_t* pixels, int count, const MappedRow& corrections, const MappedRow& details,
+                    float clarity);
 };
 
 // The table in use, and that of one instruction set by its number in InstructionSets.h.

@@ -155,3 +155,26 @@ TEST_F(RetouchRows, AWidenedRowLiesBetweenItsCells) {
         }
     }
 }
+
+TEST_F(RetouchRows, AFaceGainsItsCorrectionsAndItsSurroundingsClarity) {
+    Maps corrections(Numbers(1031, -30, 30, 1), Numbers(1031, -30, 30, 2));
+    Maps details(Numbers(1031, 0, 1, 3), Numbers(1031, 0, 1, 4));
+    const std::vector<float> offsets = Numbers(1031, 0, 60, 5);
+    details.row.above[2] = details.row.below[2] = offsets.data();
+    for (const float clarity : {0.0f, 0.4f})
+        Compare([&](auto* p, int n) { Kernels().faceRow(p, n, corrections.row, details.row, clarity); },
+                [&](auto* p, int n) { Plain::FaceRow(p, n, corrections.row, details.row, clarity); });
+}
+
+TEST_F(RetouchRows, NoChannelOfAFaceReachesAnEndThatItWasNotAt) {
+    for (const float change : {-60.0f, -8.0f, 8.0f, 60.0f}) {
+        const std::vector<float> numbers(256 + Slack, change);
+        Maps maps(numbers, numbers);
+        Bitmap ramp = TestPictures::Ramp(256, 1);
+        Kernels().faceRow(ramp.MutablePixels(), 256, maps.row, maps.row, 0.0f);
+        for (int x = 1; x < 255; ++x) {
+            EXPECT_GT(ramp.Pixels()[4 * x], 0) << x << ", " << change;
+            EXPECT_LT(ramp.Pixels()[4 * x], 255) << x << ", " << change;
+        }
+    }
+}

@@ -86,6 +86,21 @@ TEST(Recipe, HostileTextIsRefusedNotBelieved) {
     EXPECT_EQ(ErrorOf(points), "line 4: more than 24 points");
 }
 
+TEST(Recipe, ReadsWhatComesBeforeItOnFaces) {
+    const RecipeResult read = ParseRecipe(
+        "[look]\ntitle = T\n[face]\nsmooth = 1.5\neven = 40\nlight = -2\nturn = 7\nsaturation = 90\nclarity = 12\n");
+    ASSERT_TRUE(read.recipe) << read.error;
+    const Recipe::Face& face = read.recipe->face;
+    EXPECT_EQ(face.smooth, 1.5);
+    EXPECT_EQ(face.even, 40);
+    EXPECT_EQ(face.light, -2);
+    EXPECT_EQ(face.turn, 7);
+    EXPECT_EQ(face.saturation, 90);
+    EXPECT_EQ(face.clarity, 12);
+    EXPECT_FALSE(face.IsNeutral());
+    EXPECT_TRUE(Recipe().face.IsNeutral());
+}
+
 TEST(Recipe, AMissingFileIsAnError) {
     EXPECT_EQ(ReadRecipe(LooksFolder() / "Effects" / "none.look").error, "none.look: cannot be read");
     EXPECT_EQ(ReadRecipe(LooksFolder()).error, "resources: cannot be read");

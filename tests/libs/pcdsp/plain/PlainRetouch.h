@@ -85,4 +85,26 @@ inline void TeethRow(std::uint8_t* pixels, int count, const MappedRow& row) {
     }
 }
 
+// What skin gains and the local contrast of everything else, held back so that no channel reaches an end.
+inline void FaceRow(std::uint8_t* pixels, int count, const MappedRow& corrections, const MappedRow& details,
+                    double clarity) {
+    for (int x = 0; x < count; ++x, pixels += 4) {
+        const Pixel c(pixels);
+        double clear = 0.0;
+        if (clarity > 0.0) {
+            const double base = Luma(c) * MapAt(details, 1, x) + MapAt(details, 2, x), detail = Luma(c) - base;
+            clear = detail * clarity * (1.0 - MapAt(details, 0, x)) * detail * detail / (detail * detail + 6.0);
+        }
+        const double levels[] = {c.r, c.g, c.b};
+        double change[3], asked = 0.0;
+        for (int i = 0; i < 3; ++i) {
+            change[i] = MapAt(corrections, i, x) + clear;
+            const double room = change[i] > 0.0 ? 255.0 - levels[i] : levels[i];
+            asked = std::max(asked, std::abs(change[i]) / std::max(room - 0.6, 1e-3));
+        }
+        const double given = 1.0 / std::pow(1.0 + std::pow(asked, 4.0), 0.25);
+        Put(pixels, c.r + change[0] * given, c.g + change[1] * given, c.b + change[2] * given);
+    }
+}
+
 }  // namespace Plain

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WarpQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+WarpQueue::WarpQueue(std::function<void(const WarpEntry&)> work)
+    : m_work(std::move(work)), m_thread([this] { Run(); }) {}
+
+WarpQueue::~WarpQueue() {
+    {
+        const std::lock_guard guard(m_lock);
+        m_stop = true;
+    }
+    m_wake.notify_all();
+    m_thread.join();
+}
+
+void WarpQueue::Add(const WarpEntry& entry) {
+    const std::lock_guard guard(m_lock);
+    m_entries.push_back(entry);
+}
+
+void WarpQueue::Release() {
+    {
+        const std::lock_guard guard(m_lock);
+        if (m_released == 0 && !m_busy) m_finished = 0;
+        m_released = m_entries.size();
+    }
+    m_wake.notify_all();
+}
+
+bool WarpQueue::Wait(const ProgressSpan& span) {
+    std::unique_lock guard(m_lock);
+    std::size_t seen = m_finished;
+    double reported = 0.0;
+    while (m_released > 0 || m_busy) {
+        m_done.wait(guard, [&] { return m_finished != seen || (m_released == 0 && !m_busy); });
+        seen = m_finished;
+        const auto done = static_cast<double>(seen);
+        // What is released meanwhile makes the way longer, but never the way back.
+        reported = std::max(reported, done / (done + static_cast<double>(m_released) + (m_busy ? 1.0 : 0.0)));
+        // The sink may show a window and must not hold up the thread.
+        guard.unlock();
+        span.Report(reported, 1.0);
+        const bool goOn = span.CanContinue();
+        guard.lock();
+        if (!goOn) Drop();
+    }
+    const bool whole = !std::exchange(m_dropped, false);
+    if (const std::exception_ptr error = std::exchange(m_error, nullptr)) std::rethrow_exception(error);
+    return whole;
+}
+
+void WarpQueue::Clear() {
+    std::unique_lock guard(m_lock);
+    Drop();
+    m_done.wait(guard, [this] { return !m_busy; });
+    m_dropped = false;
+    m_error = nullptr;
+}
+
+std::size_t WarpQueue::Size() const {
+    const std::lock_guard guard(m_lock);
+    return m_entries.size() + (m_busy ? 1 : 0);
+}
+
+void WarpQueue::Drop() {
+    m_dropped = m_dropped || !m_entries.empty();
+    m_entries.clear();
+    m_released = 0;
+}
+
+void WarpQueue::Run() {
+    std::unique_lock guard(m_lock);
+    for (;;) {
+        m_wake.wait(guard, [this] { return m_stop || m_released > 0; });
+        if (m_stop) return;
+        const WarpEntry entry = m_entries.front();
+        m_entries.pop_front();
+        --m_released;
+        m_busy = true;
+        guard.unlock();
+        std::exception_ptr error;
+        try {
+            m_work(entry);
+        } catch (...) {
+            error = std::current_exception();
+        }
+        guard.lock();
+        m_busy = false;
+        ++m_finished;
+        if (error) {
+            m_error = error;
+            Drop();
+        }
+        m_done.notify_all();
+    }
+}
