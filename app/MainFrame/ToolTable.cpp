@@ -5,6 +5,7 @@
 
 #include "CAdjustWnd.h"
 #include "CBasePanelAdjust.h"
+#include "CBasePanelText.h"
 #include "CCutWnd.h"
 #include "CEditJianCai.h"
 #include "CEditXiuGaiChiCun.h"
@@ -13,6 +14,7 @@
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
+#include "CWordWnd.h"
 
 namespace {
 
@@ -30,6 +32,7 @@ ToolTable BuiltInTools() {
         Tool<CCutWnd, CEditJianCai>(),
         Tool<CRotateWnd, CEditXuanZhuan>(),
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
+        Tool<CWordWnd, CBasePanelText>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
     });
 }
