@@ -108,6 +108,8 @@ void CBasePanelText::OnNotify(const Notify& notify) {
     }
     // Compare hides the canvas, and the keyboard may then come to the panel: that is no act of the user.
     if (notify.type != u"setfocus" && notify.type != u"killfocus") LeaveCompare();
+    // Another window has the keyboard now: it comes back to where it was, and nothing was finished.
+    if (notify.type == u"killfocus" && !isActiveWindow()) return;
     if (notify.name == u"EditWenZi") return OnText(notify);
     for (const Option& option : Options)
         if (notify.type == u"click" && notify.name == QLatin1String(option.control)) return OnOption(option);

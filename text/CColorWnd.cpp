@@ -100,8 +100,7 @@ void CColorWnd::hideEvent(QHideEvent* event) {
     qApp->removeEventFilter(this);
     ShowPipette(false);
     if (std::exchange(m_following, false)) Tell(true);
-    // A press on the option comes to it after the window has gone, and must find it as it was to close for good.
-    if (m_option && !m_option->isDown() && !m_option->underMouse()) m_option->setChecked(false);
+    if (m_option && !std::exchange(m_pressedOption, false)) m_option->setChecked(false);
 }
 
 void CColorWnd::OnNotify(const Notify& notify) {
@@ -192,6 +191,8 @@ bool CColorWnd::OnMouse(QEvent::Type type, QPointF global, bool left) {
         m_pressed = true;
         return true;
     }
+    // A press on the option comes to it after the window has gone, and must find it as it was to close for good.
+    m_pressedOption = IsOver(m_option, global);
     if (!IsOver(this, global)) Close();
     return false;
 }
@@ -209,8 +210,9 @@ bool CColorWnd::eventFilter(QObject* object, QEvent* event) {
             return OnMouse(event->type(), mouse->globalPosition(), left);
         }
         case QEvent::FocusIn: {
-            // The press that picks gives the canvas the keyboard before it comes here.
-            const bool ownPress = s_pickMode && object == m_canvas();
+            // A press gives the keyboard before it comes here: the one that picks to the canvas, the one that closes to
+            // the option.
+            const bool ownPress = object == m_option || (s_pickMode && object == m_canvas());
             if (object != this && !isAncestorOf(static_cast<QWidget*>(object)) && !ownPress) Close();
             break;
         }

@@ -80,6 +80,7 @@ class CColorWnd : public CXMLWnd {
     bool m_pipette = false;
     // A press in pick mode is on its way to its release.
     bool m_pressed = false;
+    bool m_pressedOption = false;
 
     static inline bool s_pickMode = false;
     static inline QString s_chosen;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CWordWnd.h"
 
+#include <algorithm>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 
+#include "PC_Dsp.h"
 #include "RunTask.h"
 #include "SkinIcons.h"
 #include "Truncate.h"
@@ -64,9 +66,19 @@ void CWordWnd::OnPictureTaken() {
     m_panning = false;
 }
 
+// The picture below the texts is reduced once, by the plain mean of its pixels: the thumbnail is made of it once more.
 Bitmap CWordWnd::NavigatorPicture() {
-    Bitmap overview = CPictureWnd::NavigatorPicture();
-    if (overview) m_logic.DrawTexts(overview, double(overview.Width()) / m_logic.ImageSize().width());
+    const Bitmap& picture = m_logic.Picture();
+    if (!picture) return {};
+    if (!m_reducedOf.SharesPixelsWith(picture)) {
+        const double most = 2.0 * PixelRatio() * std::max(CImageNavigateCtrl::ThumbWidth, CImageNavigateCtrl::ThumbHeight);
+        const double by = std::min(1.0, most / std::max(picture.Width(), picture.Height()));
+        m_reduced = Bitmap::Uninitialised(TruncateSide(picture.Width() * by), TruncateSide(picture.Height() * by));
+        PC_Dsp::ResampleRect(picture, 0, 0, picture.Width(), picture.Height(), m_reduced, ResampleQuality::Best);
+        m_reducedOf = picture;
+    }
+    Bitmap overview = m_reduced;
+    m_logic.DrawTexts(overview, double(overview.Width()) / picture.Width());
     return overview;
 }
 

@@ -80,6 +80,9 @@ class CWordWnd : public CPictureWnd {
 
     CWordLogic m_logic;
     mutable std::unique_ptr<WordOverlay> m_overlay;
+    // The picture below the texts as the overview needs it, and which picture that was.
+    Bitmap m_reduced;
+    Bitmap m_reducedOf;
     // The part of the client that is being painted.
     QRect m_painted;
     QPoint m_last;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
+#include <QtCore/QHash>
 #include <QtGui/QFontDatabase>
 
 namespace {
@@ -23,11 +25,20 @@ constexpr std::array<const char*, 3> Generic{"serif", "monospace", "sans-serif"}
 constexpr std::array<const char*, 5> Emoji{"Noto Color Emoji", "Apple Color Emoji", "Segoe UI Emoji", "Twemoji",
                                            "JoyPixels"};
 
+// Asking for a family costs as much as shaping a line; families do not come and go while the program runs.
+bool IsThere(const QString& family) {
+    static std::mutex lock;
+    static QHash<QString, bool> known;
+    const std::lock_guard guard(lock);
+    const auto found = known.constFind(family);
+    return found != known.constEnd() ? *found : *known.insert(family, QFontDatabase::hasFamily(family));
+}
+
 QString StandInFor(const QString& name) {
     for (const SameMetrics& row : Metrics) {
         if (name.compare(QLatin1String(row.family), Qt::CaseInsensitive) != 0) continue;
         for (const char* standIn : row.standIns)
-            if (QFontDatabase::hasFamily(QLatin1String(standIn))) return QLatin1String(standIn);
+            if (IsThere(QLatin1String(standIn))) return QLatin1String(standIn);
     }
     return {};
 }
@@ -42,19 +53,19 @@ bool IsGeneric(const QString& family) {
 
 QString InstalledFamily(const QString& name) {
     if (name.isEmpty()) return {};
-    return QFontDatabase::hasFamily(name) ? name : StandInFor(name);
+    return IsThere(name) ? name : StandInFor(name);
 }
 
 QString FamilyFor(const QString& name) {
     if (const QString installed = InstalledFamily(name); !installed.isEmpty()) return installed;
     for (const char* generic : Generic)
-        if (QFontDatabase::hasFamily(QLatin1String(generic))) return QLatin1String(generic);
+        if (IsThere(QLatin1String(generic))) return QLatin1String(generic);
     return QLatin1String(Generic.front());
 }
 
 QString EmojiFamily() {
     for (const char* family : Emoji)
-        if (QFontDatabase::hasFamily(QLatin1String(family))) return QLatin1String(family);
+        if (IsThere(QLatin1String(family))) return QLatin1String(family);
     return {};
 }
 

@@ -8,6 +8,8 @@
 #include <mutex>
 #include <QtGui/QPainter>
 
+#include "Coverage.h"
+
 namespace {
 
 QImage SilhouetteOf(QImage image) {
@@ -38,6 +40,13 @@ QImage Prepared(const QImage& image, QSize size, TextShape::Colours colours) {
         if (silhouette) prepared = SilhouetteOf(prepared);
     }
     return prepared;
+}
+
+// What of the device can be painted.
+QRect ClipOf(const QPainter& painter) {
+    const QRect all(0, 0, painter.device()->width() * 4, painter.device()->height() * 4);
+    if (!painter.hasClipping()) return all;
+    return painter.deviceTransform().mapRect(painter.clipBoundingRect()).toAlignedRect().intersected(all);
 }
 
 void DrawPicture(QPainter& painter, const GlyphPicture& picture, const QColor& colour, TextShape::Colours colours) {
@@ -92,11 +101,20 @@ void TextShape::Draw(QPainter& painter, QPointF at, double em, const QColor& col
         painter.rotate(90);
     }
     painter.translate(-m_bounds.topLeft());
+    DrawOutlines(painter, colour);
     for (const Placed& placed : m_lines) {
         painter.translate(placed.at);
-        painter.fillPath(placed.line->shapes.outline, colour);
         for (const GlyphPicture& picture : placed.line->shapes.pictures) DrawPicture(painter, picture, colour, colours);
         painter.translate(-placed.at);
     }
     painter.restore();
+}
+
+void TextShape::DrawOutlines(QPainter& painter, const QColor& colour) const {
+    const QTransform device = painter.deviceTransform();
+    Coverage coverage;
+    for (const Placed& placed : m_lines)
+        coverage.Add(placed.line->shapes.outline, QTransform::fromTranslate(placed.at.x(), placed.at.y()) * device);
+    if (coverage.Fill(painter, ClipOf(painter), colour)) return;
+    for (const Placed& placed : m_lines) painter.fillPath(placed.line->shapes.outline.translated(placed.at), colour);
 }

@@ -37,6 +37,7 @@ class TextShape {
     };
 
     void PlaceLines();
+    void DrawOutlines(QPainter& painter, const QColor& colour) const;
 
     TextLook m_look;
     std::vector<Placed> m_lines;

@@ -15,6 +15,7 @@
 #include "CMidTopEditTool.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
+#include "CWordWnd.h"
 #include "FailingMemory.h"
 #include "FrameFixture.h"
 #include "Language.h"
@@ -22,7 +23,7 @@
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Effects = 7;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -79,6 +80,16 @@ void Fade(CMidWnd& mid) {
     RunEffect5(mid);
     CanvasOf<CEffectWnd>(mid).SetStrength(40, false);
 }
+void AddText(CMidWnd& mid) {
+    CanvasOf<CWordWnd>(mid).AddText(QStringLiteral("Memory"), {});
+}
+void AddTextAndUndo(CMidWnd& mid) {
+    AddText(mid);
+    mid.Canvas()->OnUndo();
+}
+void DeleteText(CMidWnd& mid) {
+    QTest::keyClick(mid.Canvas(), Qt::Key_Delete);
+}
 void CropAndUndo(CMidWnd& mid) {
     CropOnce(mid);
     mid.Canvas()->OnUndo();
@@ -109,6 +120,19 @@ const Act Acts[] = {
     {"toolChange", Adjust, SetBrightness, [](CMidWnd& mid) { mid.SwitchTool(Rotate); }},
     {"toolChangePending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.SwitchTool(Effects); }, 0},
     {"toolChangeFaded", Effects, Fade, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
+    {"text", Text, Nothing, AddText, 0},
+    {"restyledText", Text, AddText,
+     [](CMidWnd& mid) {
+         CanvasOf<CWordWnd>(mid).SetText(QStringLiteral("Longer by far"));
+         CanvasOf<CWordWnd>(mid).SettleChange();
+     },
+     0},
+    {"movedText", Text, AddText, [](CMidWnd& mid) { QTest::keyClick(mid.Canvas(), Qt::Key_Right); }, 0},
+    {"deletedText", Text, AddText, DeleteText, 0},
+    {"undoText", Text, AddText, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }, 0},
+    {"redoText", Text, AddTextAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }, 0},
+    {"revertText", Text, AddText, [](CMidWnd& mid) { mid.Canvas()->OnRevert(); }},
+    {"toolChangeText", Text, AddText, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
 };
 
 class OutOfMemory : public FrameTest, public testing::WithParamInterface<Act> {
