@@ -78,7 +78,8 @@ static const BenchCase textType("text.type", [](BenchReport& report) {
     TextBench bench;
     QString text;
     for (int line = 0; line < 5; ++line)
-        text += QStringLiteral("Forty letters of text in every line here") + (line < 4 ? QStringLiteral("\n") : QString());
+        text +=
+            QStringLiteral("Forty letters of text in every line here") + (line < 4 ? QStringLiteral("\n") : QString());
     ReportEvents(report, "text.type", [&](int i) {
         QString typed = text;
         typed.insert(100, QChar(u'a' + i % 26));

@@ -224,6 +224,7 @@ void CBasePanelText::ShowText(const QString& text) {
     if (!m_text) return;
     const QScopedValueRollback guard(m_programmatic, true);
     m_text->ShowText(text);
+    m_text->MarkPrompt(text == m_prompt && !m_edited);
 }
 
 void CBasePanelText::ShowSize() {
@@ -239,8 +240,8 @@ void CBasePanelText::ShowDefaultSize() {
 
 void CBasePanelText::ShowStyle(const WordStyle& style) {
     m_style = style;
-    ShowText(style.text.isEmpty() && m_text && !m_text->hasFocus() ? m_prompt : style.text);
     m_edited = !style.text.isEmpty();
+    ShowText(style.text.isEmpty() && m_text && !m_text->hasFocus() ? m_prompt : style.text);
     m_empty = false;
     ShowSize();
     if (m_fonts) m_fonts->ShowFamily(style.fontName);

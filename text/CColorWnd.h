@@ -14,8 +14,8 @@ class QAbstractButton;
 class QLabel;
 
 // The small palette of colours under the panel's button for them. In pick mode it is higher and has a wider field, and
-// the colour under the mouse is taken, from that field and from the canvas: live as the mouse moves, for good when it is
-// released.
+// the colour under the mouse is taken, from that field and from the canvas: live as the mouse moves, for good when it
+// is released.
 //
 // It is a child of the main window, so that it can be placed on every desktop, and listens to the program's own events
 // only: the desktop's mouse stays free. It closes on Esc, when the keyboard goes elsewhere, and at a press beside it.

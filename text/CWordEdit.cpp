@@ -4,6 +4,7 @@
 #include <QtCore/QMimeData>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextDocument>
+#include <QtWidgets/QStyle>
 
 namespace {
 
@@ -18,6 +19,7 @@ QString WithLineFeeds(QString text) {
 
 CWordEdit::CWordEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
+    setCursorWidth(0);
 }
 
 QString CWordEdit::Text() const {
@@ -26,6 +28,24 @@ QString CWordEdit::Text() const {
 
 void CWordEdit::ShowText(const QString& text) {
     if (text != toPlainText()) setPlainText(text);
+}
+
+void CWordEdit::MarkPrompt(bool prompt) {
+    if (property("prompt").toBool() == prompt) return;
+    setProperty("prompt", prompt);
+    style()->unpolish(this);
+    style()->polish(this);
+}
+
+// Text written from code would show a cursor that nobody writes at.
+void CWordEdit::focusInEvent(QFocusEvent* event) {
+    setCursorWidth(1);
+    QPlainTextEdit::focusInEvent(event);
+}
+
+void CWordEdit::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    setCursorWidth(0);
 }
 
 bool CWordEdit::event(QEvent* event) {

@@ -17,9 +17,13 @@ class CWordEdit : public QPlainTextEdit {
     QString Text() const;
     // Writes from code, with nothing to take back.
     void ShowText(const QString& text);
+    // The text is but a prompt, and looks like one.
+    void MarkPrompt(bool prompt);
 
   protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
 };

@@ -181,20 +181,20 @@ bool CWordLogic::ChangeSelected(const std::function<void(StringParams&)>& change
 
 bool CWordLogic::MoveSelected(int dx, int dy) {
     return HasSelected() && Whole([&] {
-        ChangeSelected([=](StringParams& text) {
-            float x = 0, y = 0;
-            text.GetPosition(&x, &y);
-            text.SetPosition(x + static_cast<float>(dx), y + static_cast<float>(dy));
-        });
-        return Record();
-    });
+               ChangeSelected([=](StringParams& text) {
+                   float x = 0, y = 0;
+                   text.GetPosition(&x, &y);
+                   text.SetPosition(x + static_cast<float>(dx), y + static_cast<float>(dy));
+               });
+               return Record();
+           });
 }
 
 bool CWordLogic::TurnSelected(int degrees) {
     return HasSelected() && Whole([&] {
-        ChangeSelected([=](StringParams& text) { text.SetAngle(text.GetAngle() + degrees); });
-        return Record();
-    });
+               ChangeSelected([=](StringParams& text) { text.SetAngle(text.GetAngle() + degrees); });
+               return Record();
+           });
 }
 
 // The lock is held.

@@ -12,8 +12,8 @@
 
 class QPainter;
 
-inline constexpr ToolFacts TextTool{
-    5, SectionBasic, "btnTab3", "", "TextLayout", "BasePanelText.xml", "ids_wenzi", "888020301"};
+inline constexpr ToolFacts TextTool{5,           SectionBasic, "btnTab3", "", "TextLayout", "BasePanelText.xml",
+                                    "ids_wenzi", "888020301"};
 
 // The text tool without its window: the picture, the texts over it from the lowest to the topmost, which one is
 // selected, what the mouse does to them, and the steps that they make in the history.

@@ -102,8 +102,8 @@ void CWordLogic::PaintEnlarged(QPainter& painter, const ViewGeometry& geometry, 
         Bitmap shown = Bitmap::Uninitialised(area.width(), area.height());
         PC_Dsp::ResampleRect(layer, source.x() - part.x(), source.y() - part.y(), source.width(), source.height(),
                              shown, ResampleQuality::Best);
-        painter.drawImage(area.topLeft(), QImage(shown.Pixels(), shown.Width(), shown.Height(), shown.Stride(),
-                                                 QImage::Format_ARGB32));
+        painter.drawImage(area.topLeft(),
+                          QImage(shown.Pixels(), shown.Width(), shown.Height(), shown.Stride(), QImage::Format_ARGB32));
     } catch (const std::bad_alloc&) {
         PaintReduced(painter, geometry, area);  // a paint can't fail; the shapes are the same, only sharper
     }

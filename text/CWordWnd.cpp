@@ -71,7 +71,8 @@ Bitmap CWordWnd::NavigatorPicture() {
     const Bitmap& picture = m_logic.Picture();
     if (!picture) return {};
     if (!m_reducedOf.SharesPixelsWith(picture)) {
-        const double most = 2.0 * PixelRatio() * std::max(CImageNavigateCtrl::ThumbWidth, CImageNavigateCtrl::ThumbHeight);
+        const double most =
+            2.0 * PixelRatio() * std::max(CImageNavigateCtrl::ThumbWidth, CImageNavigateCtrl::ThumbHeight);
         const double by = std::min(1.0, most / std::max(picture.Width(), picture.Height()));
         m_reduced = Bitmap::Uninitialised(TruncateSide(picture.Width() * by), TruncateSide(picture.Height() * by));
         PC_Dsp::ResampleRect(picture, 0, 0, picture.Width(), picture.Height(), m_reduced, ResampleQuality::Best);
@@ -164,8 +165,7 @@ void CWordWnd::TellSelected() {
 QRect CWordWnd::SelectionArea() const {
     const int selected = m_logic.Selected();
     if (selected == CWordLogic::None) return {};
-    return m_logic.InkOnScreen(selected) |
-           Overlay().Covers(m_logic.BoxOf(selected), m_logic.ButtonsOf(selected));
+    return m_logic.InkOnScreen(selected) | Overlay().Covers(m_logic.BoxOf(selected), m_logic.ButtonsOf(selected));
 }
 
 void CWordWnd::RedrawSelection(const QRect& before) {
@@ -185,10 +185,11 @@ void CWordWnd::PaintOverlay(QPainter& painter, const QRect&) {
     m_logic.PaintTexts(painter, m_painted);
     // While a task runs its worker may take another picture up.
     if (IsTaskRunning()) return;
+    m_logic.SetScreenScale(PixelRatio());
     if (m_logic.AtMiddleX() || m_logic.AtMiddleY()) {
         const ViewGeometry geometry = m_logic.Geometry();
-        Overlay().PaintGuides(painter, QRect(geometry.ViewOffset(), geometry.Shown()),
-                              m_logic.AtMiddleX(), m_logic.AtMiddleY());
+        Overlay().PaintGuides(painter, QRect(geometry.ViewOffset(), geometry.Shown()), m_logic.AtMiddleX(),
+                              m_logic.AtMiddleY());
     }
     if (const int hovered = m_logic.Hovered(); hovered != CWordLogic::None)
         Overlay().PaintHover(painter, m_logic.BoxOf(hovered));

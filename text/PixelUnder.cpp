@@ -11,7 +11,8 @@
 
 // The window is asked, not the desktop: some desktops show a program nothing but itself.
 std::optional<QRgb> PixelUnder(QPointF global) {
-    const QWidget* at = QApplication::widgetAt(QPoint(Truncate(std::floor(global.x())), Truncate(std::floor(global.y()))));
+    const QWidget* at =
+        QApplication::widgetAt(QPoint(Truncate(std::floor(global.x())), Truncate(std::floor(global.y()))));
     if (!at) return {};
     QWidget* window = at->window();
     const QPointF local = window->mapFromGlobal(global);

@@ -62,8 +62,7 @@ QPolygonF WordBox::Corners() const {
     const QPointF centre = Centre();
     const double left = rect.x(), top = rect.y(), right = left + rect.width(), bottom = top + rect.height();
     QPolygonF corners;
-    for (const QPointF& at :
-         {QPointF(left, top), QPointF(right, top), QPointF(right, bottom), QPointF(left, bottom)})
+    for (const QPointF& at : {QPointF(left, top), QPointF(right, top), QPointF(right, bottom), QPointF(left, bottom)})
         corners << Turned(at, centre, angle);
     return corners;
 }
@@ -73,8 +72,8 @@ bool IsInTurned(const QRect& rect, int angle, QPointF pivot, QPoint at) {
     if (angle < 0 || angle > FullTurn) angle %= FullTurn;
     const double reach = angle == 0 ? 0.0 : OutlineReach;
     const QPointF flat = angle == 0 ? QPointF(at) : Turned(at, pivot, -angle);
-    return flat.x() >= rect.x() - reach && flat.x() <= rect.x() + rect.width() + reach && flat.y() >= rect.y() - reach &&
-           flat.y() <= rect.y() + rect.height() + reach;
+    return flat.x() >= rect.x() - reach && flat.x() <= rect.x() + rect.width() + reach &&
+           flat.y() >= rect.y() - reach && flat.y() <= rect.y() + rect.height() + reach;
 }
 
 int BearingOf(QPoint centre, QPoint at) {
@@ -101,8 +100,9 @@ WordButtons WordButtons::Of(const WordBox& box, const QRect& view, double ratio)
     const double inDelete = (WordButtonSide - WordButtonReach) * ratio, inRotate = WordButtonReach * ratio;
     const bool small = std::max(box.rect.width(), box.rect.height()) < SmallBox * ratio;
     const auto aside = [&](double covered, int length) { return small ? Aside(covered, length) : 0.0; };
-    const QRectF outer = QRectF(box.rect).adjusted(-aside(inDelete, box.rect.width()), -aside(inDelete, box.rect.height()),
-                                                   aside(inRotate, box.rect.width()), aside(inRotate, box.rect.height()))
+    const QRectF outer = QRectF(box.rect)
+                             .adjusted(-aside(inDelete, box.rect.width()), -aside(inDelete, box.rect.height()),
+                                       aside(inRotate, box.rect.width()), aside(inRotate, box.rect.height()))
                              .translated(shift, shift);
     const QPointF centre = box.Centre();
     std::array<QPointF, 4> corners{outer.topLeft(), outer.topRight(), outer.bottomRight(), outer.bottomLeft()};

@@ -31,8 +31,8 @@ int BearingOf(QPoint centre, QPoint at);
 inline constexpr int WordButtonSide = 32, WordButtonReach = 20;
 
 // Where the buttons of a box are, by the centres of their squares. A button lies at its corner of the turned box, and
-// leaves the middle half of a small one free; one that the view does not show lies at the nearest visible place of the corner's two edges, or where these are out of
-// sight too, at the nearest place of the view.
+// leaves the middle half of a small one free; one that the view does not show lies at the nearest visible place of the
+// corner's two edges, or where these are out of sight too, at the nearest place of the view.
 struct WordButtons {
     QPointF deleteCentre;
     QPointF rotateCentre;

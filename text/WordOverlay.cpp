@@ -39,8 +39,8 @@ void WordOverlay::PaintFrame(QPainter& painter, const WordBox& box) const {
     const QPolygonF corners = box.Corners();
     painter.setRenderHint(QPainter::Antialiasing, box.angle % 90 != 0);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(255, 255, 255, 140), (FrameWidth + 1.5) * m_ratio, Qt::SolidLine, Qt::SquareCap,
-                        Qt::MiterJoin));
+    painter.setPen(
+        QPen(QColor(255, 255, 255, 140), (FrameWidth + 1.5) * m_ratio, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawPolygon(corners);
     painter.setPen(
         QPen(QColor::fromRgba(FrameColour), FrameWidth * m_ratio, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));

@@ -104,7 +104,7 @@ void KeepTexts(CMainFrameWnd& frame, const Album& album) {
         const char* option;
     };
     const Line lines[] = {{u"Spring light", 260, {-40, -230}, "BtnXieTi"},
-                          {u"春光", 380, {215, -130}, "BtnShuPai"},
+                          {u"春光", 380, {190, -130}, "BtnShuPai"},
                           {u"نور الربيع", 220, {-140, 205}, "BtnYinYing"},
                           {u"אור האביב", 200, {130, 215}, "BtnCuTi"},
                           {u"Ånna é ❤️🌸😊", 200, {-20, 262}, "BtnYinYing"}};

@@ -104,8 +104,8 @@ std::array<QRgb, 256> PixelsOf(const QColor& colour) {
     for (int share = 0; share < 256; ++share) {
         const int alpha = (share * colour.alpha() + 127) / 255;
         const auto premultiplied = [alpha](int channel) { return (channel * alpha + 127) / 255; };
-        pixels[static_cast<std::size_t>(share)] = qRgba(premultiplied(colour.red()), premultiplied(colour.green()),
-                                                        premultiplied(colour.blue()), alpha);
+        pixels[static_cast<std::size_t>(share)] =
+            qRgba(premultiplied(colour.red()), premultiplied(colour.green()), premultiplied(colour.blue()), alpha);
     }
     return pixels;
 }

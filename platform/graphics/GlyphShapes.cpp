@@ -116,9 +116,8 @@ void GlyphShapes::Add(const GlyphShapes& shapes, const QTransform& transform) {
     outline.setFillRule(Qt::WindingFill);
     const bool turned = transform.isRotating();
     for (const GlyphPicture& picture : shapes.pictures) {
-        const QImage image = turned ? picture.image.transformed(
-                                          QTransform(transform.m11(), transform.m12(), transform.m21(), transform.m22(),
-                                                     0, 0))
+        const QImage image = turned ? picture.image.transformed(QTransform(transform.m11(), transform.m12(),
+                                                                           transform.m21(), transform.m22(), 0, 0))
                                     : picture.image;
         pictures.push_back({image, transform.mapRect(picture.place)});
     }

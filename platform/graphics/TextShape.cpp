@@ -42,11 +42,12 @@ QImage Prepared(const QImage& image, QSize size, TextShape::Colours colours) {
     return prepared;
 }
 
-// What of the device can be painted.
+// What of the device can be painted, in its pixels. A widget's own pixels begin anywhere on the surface behind it, so
+// whoever paints one sets a clip.
 QRect ClipOf(const QPainter& painter) {
-    const QRect all(0, 0, painter.device()->width() * 4, painter.device()->height() * 4);
-    if (!painter.hasClipping()) return all;
-    return painter.deviceTransform().mapRect(painter.clipBoundingRect()).toAlignedRect().intersected(all);
+    if (painter.hasClipping()) return painter.deviceTransform().mapRect(painter.clipBoundingRect()).toAlignedRect();
+    const QPaintDevice& device = *painter.device();
+    return {QPoint(0, 0), QSize(device.width(), device.height()) * device.devicePixelRatio()};
 }
 
 void DrawPicture(QPainter& painter, const GlyphPicture& picture, const QColor& colour, TextShape::Colours colours) {

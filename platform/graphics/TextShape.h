@@ -26,7 +26,8 @@ class TextShape {
     const TextLook& Look() const { return m_look; }
 
     // Draws the text with its upper left corner at `at`, for an em of that many pixels. The colour's alpha is that of
-    // the whole text, whose parts never show through each other. Pictures keep their colours, or are black areas as a shadow needs them.
+    // the whole text, whose parts never show through each other. Pictures keep their colours, or are black areas as a
+    // shadow needs them.
     enum class Colours { Own, Silhouette };
     void Draw(QPainter& painter, QPointF at, double em, const QColor& colour, Colours colours = Colours::Own) const;
 

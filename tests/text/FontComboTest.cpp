@@ -88,8 +88,7 @@ TEST_F(FontCombo, EachFamilyIsWrittenInItsOwnFace) {
         QStyleOptionViewItem option;
         option.rect = image.rect();
         option.font = m_combo.font();
-        m_combo.view()->itemDelegate()->paint(&painter, option,
-                                              m_combo.model()->index(m_combo.findText(family), 0));
+        m_combo.view()->itemDelegate()->paint(&painter, option, m_combo.model()->index(m_combo.findText(family), 0));
         return image;
     };
     EXPECT_FALSE(row(QStringLiteral("DejaVu Sans")) == row(QStringLiteral("DejaVu Serif")));

@@ -136,7 +136,7 @@ TEST(StringParams, AnchorsSayWhatStaysInPlace) {
         double x, y;
     };
     // A box of 100 x 40 at (10.5, 20) becomes 61 x 70; its truncated centre is (60, 40).
-    const Row rows[] = {{0, 29.5, 5}, {1, 10.5, 20}, {2, 29.5, 5},     {3, 29.5, 5},  {4, 29.5, 5},   {5, 29.5, 5},
+    const Row rows[] = {{0, 29.5, 5}, {1, 10.5, 20}, {2, 29.5, 5},   {3, 29.5, 5},  {4, 29.5, 5},  {5, 29.5, 5},
                         {6, 29.5, 5}, {7, 10.5, 20}, {8, 10.5, -10}, {9, 49.5, 20}, {10, 49.5, 20}};
     for (const Row& row : rows) {
         StringParams text;
@@ -164,8 +164,8 @@ TEST(StringParams, TheNineGridKeepsTwoPixelsFromTheEdge) {
     StringParams text;
     text.SetCanvasSize(400, 300);
     text.SetBoxSize(100, 40, 1);
-    const QPointF places[] = {{2, 2},     {150, 2},   {298, 2},   {2, 130},  {150, 130},
-                              {298, 130}, {2, 258},   {150, 258}, {298, 258}};
+    const QPointF places[] = {{2, 2},     {150, 2}, {298, 2},   {2, 130},  {150, 130},
+                              {298, 130}, {2, 258}, {150, 258}, {298, 258}};
     for (int cell = 0; cell < 9; ++cell) {
         text.SetPosition(7, 7);
         text.SetGridCell(cell);
@@ -194,7 +194,8 @@ TEST(StringParams, InTheNineGridATextIsDrawnInItsCellWhereverItWasPut) {
 }
 
 TEST(StringParams, AnotherCanvasTakesTheTextAlong) {
-    for (const QSize canvas : {QSize(1600, 1200), QSize(400, 300), QSize(1600, 600), QSize(800, 1200), QSize(200, 50)}) {
+    for (const QSize canvas :
+         {QSize(1600, 1200), QSize(400, 300), QSize(1600, 600), QSize(800, 1200), QSize(200, 50)}) {
         StringParams text = Text(QStringLiteral("Along"));
         text.SetPosition(500, 100);
         const QPointF relative = text.RelativeCentre();
@@ -293,8 +294,7 @@ TEST(StringParams, TheShadowIsHalfAsStrongAndFallsWithTheFontSize) {
         const auto shadowed = Difference(drawn, Grey());
         EXPECT_NEAR(shadowed.around.right() - plain.around.right(), size / 60 * 3.0, 1.0);
         EXPECT_NEAR(shadowed.around.bottom() - plain.around.bottom(), size / 60 * 2.5, 1.0);
-        const std::uint32_t shadow =
-            TestPictures::PixelAt(drawn, plain.around.right() + 2, plain.around.center().y());
+        const std::uint32_t shadow = TestPictures::PixelAt(drawn, plain.around.right() + 2, plain.around.center().y());
         EXPECT_NEAR(static_cast<int>(shadow & 0xFF), 0x80 * 127 / 255.0, 2.0);
     }
 }

@@ -89,10 +89,13 @@ class TextHost : public ToolTestHost<CWordWnd, CBasePanelText> {
         QTest::mouseRelease(canvas.get(), Qt::LeftButton, {}, to);
     }
     // With the left button down.
-    void Move(QPoint to, Qt::KeyboardModifiers modifiers = {}) const { MoveOver(canvas.get(), to, modifiers, Qt::LeftButton); }
+    void Move(QPoint to, Qt::KeyboardModifiers modifiers = {}) const {
+        MoveOver(canvas.get(), to, modifiers, Qt::LeftButton);
+    }
     static void MoveOver(QWidget* widget, QPoint to, Qt::KeyboardModifiers modifiers = {},
                          Qt::MouseButtons held = Qt::NoButton) {
-        QMouseEvent move(QEvent::MouseMove, QPointF(to), widget->mapToGlobal(QPointF(to)), Qt::NoButton, held, modifiers);
+        QMouseEvent move(QEvent::MouseMove, QPointF(to), widget->mapToGlobal(QPointF(to)), Qt::NoButton, held,
+                         modifiers);
         QApplication::sendEvent(widget, &move);
     }
     QPoint Middle() const { return Logic().BoxOf(Logic().Selected()).Centre(); }

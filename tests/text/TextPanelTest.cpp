@@ -47,6 +47,16 @@ TEST(TextPanel, ThePromptGoesWithTheKeyboardAndComesBackToAnEmptyField) {
     EXPECT_EQ(host.Edit()->Text(), QStringLiteral("mine"));
 }
 
+TEST(TextPanel, ThePromptLooksLikeOne) {
+    TextHost host;
+    EXPECT_TRUE(host.Edit()->property("prompt").toBool());
+    host.Type(QStringLiteral("mine"));
+    EXPECT_FALSE(host.Edit()->property("prompt").toBool());
+    host.Type({});
+    host.Size()->setFocus();
+    EXPECT_TRUE(host.Edit()->property("prompt").toBool());
+}
+
 TEST(TextPanel, ThePromptIsNeverAddedNorWrittenIntoAText) {
     TextHost host;
     host.Click("BtnAddWenZi");
@@ -190,8 +200,7 @@ TEST(TextPanel, AChosenFontGoesToTheText) {
     ASSERT_GE(row, 0);
     host.Fonts()->setFocus();
     const int steps = row - host.Fonts()->currentIndex();
-    for (int i = 0; i < std::abs(steps); ++i)
-        QTest::keyClick(host.Fonts(), steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+    for (int i = 0; i < std::abs(steps); ++i) QTest::keyClick(host.Fonts(), steps > 0 ? Qt::Key_Down : Qt::Key_Up);
     EXPECT_EQ(host.Selected().GetFontName(), QStringLiteral("DejaVu Serif"));
     EXPECT_EQ(host.panel->Style().fontName, QStringLiteral("DejaVu Serif"));
     EXPECT_FALSE(host.canvas->HasPendingWork());
@@ -234,7 +243,8 @@ TEST(TextPanel, ASelectionOnTheCanvasFillsTheWholePanel) {
 TEST(TextPanel, EveryActLeavesCompareFirst) {
     TextHost host;
     host.Add(QStringLiteral("compare"));
-    for (const char* control : {"BtnCuTi", "BtnXieTi", "BtnXiaHuaXian", "BtnYinYing", "BtnShuPai", "BtnAddWenZi", "BtnColor"}) {
+    for (const char* control :
+         {"BtnCuTi", "BtnXieTi", "BtnXiaHuaXian", "BtnYinYing", "BtnShuPai", "BtnAddWenZi", "BtnColor"}) {
         host.compareMode = 1;
         host.Click(control);
         EXPECT_EQ(host.compareMode, 0) << control;

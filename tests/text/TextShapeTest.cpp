@@ -94,7 +94,8 @@ TEST(TextShape, BoldItalicAndUnderlineAreSeen) {
 }
 
 TEST(TextShape, AFaceThatAFamilyLacksIsMade) {
-    const TextLook bold{QStringLiteral("Noto Sans CJK SC"), true}, italic{QStringLiteral("Noto Sans CJK SC"), false, true};
+    const TextLook bold{QStringLiteral("Noto Sans CJK SC"), true},
+        italic{QStringLiteral("Noto Sans CJK SC"), false, true};
     const QString text = QStringLiteral("文字");
     EXPECT_GT(Inked(Drawn(text, bold)), Inked(Drawn(text, {QStringLiteral("Noto Sans CJK SC")})));
     EXPECT_FALSE(Drawn(text, italic) == Drawn(text, {QStringLiteral("Noto Sans CJK SC")}));
@@ -226,7 +227,9 @@ TEST(TextShape, ColumnsGoFromRightToLeftAndGlyphsDownward) {
     // A full block and then a thin stroke: heavy above; the second column, which is short, at the left.
     const QImage drawn = Drawn(QStringLiteral("国一一一\n国"), look);
     const int width = drawn.width() / 2, height = drawn.height() / 4;
-    const auto cell = [&](int column, int row) { return Inked(drawn, QRect(column * width, row * height, width, height)); };
+    const auto cell = [&](int column, int row) {
+        return Inked(drawn, QRect(column * width, row * height, width, height));
+    };
     EXPECT_GT(cell(1, 0), 2 * cell(1, 1));
     EXPECT_GT(cell(1, 3), 0);
     EXPECT_GT(cell(0, 0), 100);

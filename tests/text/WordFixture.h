@@ -34,9 +34,8 @@ class WordTest : public testing::Test {
     }
     const StringParams& Add(const QString& text, QPoint at, int size = 40) {
         EXPECT_TRUE(logic.AddText(Style(text, size)));
-        logic.ChangeSelected([&](StringParams& params) {
-            params.SetPosition(static_cast<float>(at.x()), static_cast<float>(at.y()));
-        });
+        logic.ChangeSelected(
+            [&](StringParams& params) { params.SetPosition(static_cast<float>(at.x()), static_cast<float>(at.y())); });
         logic.CommitStep();
         return logic.Text(logic.Selected());
     }

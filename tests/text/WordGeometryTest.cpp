@@ -29,8 +29,8 @@ TEST(Bearing, IsZeroUpwardAndGrowsClockwise) {
         int bearing;
     };
     // Straight above is taken for the upper left; every quarter begins at its own start.
-    const Row rows[] = {{{0, 0}, 180},   {{0, -50}, 360}, {{50, 0}, 90},    {{0, 50}, 180},   {{-50, 0}, 270},
-                        {{50, -50}, 45}, {{50, 50}, 135}, {{-50, 50}, 224}, {{-50, -50}, 314}, {{10, -100}, 5},
+    const Row rows[] = {{{0, 0}, 180},   {{0, -50}, 360},  {{50, 0}, 90},     {{0, 50}, 180},    {{-50, 0}, 270},
+                        {{50, -50}, 45}, {{50, 50}, 135},  {{-50, 50}, 224},  {{-50, -50}, 314}, {{10, -100}, 5},
                         {{100, 10}, 95}, {{1, 1000}, 179}, {{-1, 1000}, 180}, {{-1000, -1}, 270}};
     for (const Row& row : rows)
         EXPECT_EQ(BearingOf(centre, centre + row.by), row.bearing) << row.by.x() << ", " << row.by.y();
@@ -97,8 +97,7 @@ TEST(WordButtons, LieAtTheCornersOfALargeBox) {
     EXPECT_TRUE(buttons.rotateAtCorner);
     for (const QPoint at : {QPoint(180, 130), QPoint(212, 162), QPoint(196, 146)})
         EXPECT_EQ(buttons.HitTest(at), WordHit::DeleteButton);
-    for (const QPoint at : {QPoint(480, 230), QPoint(512, 262)})
-        EXPECT_EQ(buttons.HitTest(at), WordHit::RotateButton);
+    for (const QPoint at : {QPoint(480, 230), QPoint(512, 262)}) EXPECT_EQ(buttons.HitTest(at), WordHit::RotateButton);
     for (const QPoint at : {QPoint(179, 146), QPoint(213, 146), QPoint(350, 200)})
         EXPECT_EQ(buttons.HitTest(at), WordHit::Nothing);
 }

@@ -8,7 +8,7 @@ TEST_F(WordTest, TheDefaultSizeFollowsThePicturesWidth) {
     struct Row {
         int width, size;
     };
-    const Row rows[] = {{599, 26},  {600, 40},   {999, 40},   {1000, 50},  {1499, 50},
+    const Row rows[] = {{599, 26},  {600, 40},  {999, 40},   {1000, 50},  {1499, 50},
                         {1500, 80}, {1999, 80}, {2000, 100}, {2499, 100}, {2500, 120}};
     for (const Row& row : rows) {
         Open(TestPictures::Plain(row.width, 20, 0xFF808080));
@@ -35,8 +35,17 @@ TEST_F(WordTest, ATextIsAddedInTheMiddleOfWhatIsVisibleAndSelected) {
 }
 
 TEST_F(WordTest, AnAddedTextHasItsStyle) {
-    WordStyle style{QStringLiteral("All of it"), QStringLiteral("DejaVu Serif"), 55, -20, 0x123456, true, true, true,
-                    true, true, 35};
+    WordStyle style{QStringLiteral("All of it"),
+                    QStringLiteral("DejaVu Serif"),
+                    55,
+                    -20,
+                    0x123456,
+                    true,
+                    true,
+                    true,
+                    true,
+                    true,
+                    35};
     ASSERT_TRUE(logic.AddText(style));
     EXPECT_TRUE(*logic.SelectedStyle() == style);
 }

@@ -47,7 +47,8 @@ TEST_F(TextTool, ThreeTextsAreTypedMovedTurnedRestyledDeletedUndoneBurntAndSaved
     EXPECT_EQ(Selected().GetFontSize(), 64.0f);
     Driver::ChooseItem(QStringLiteral("ComboZiHao"), 15);
     EXPECT_EQ(Selected().GetFontSize(), 72.0f);
-    for (const char* option : {"BtnCuTi", "BtnXieTi", "BtnXiaHuaXian", "BtnYinYing"}) Driver::Click(QLatin1String(option));
+    for (const char* option : {"BtnCuTi", "BtnXieTi", "BtnXiaHuaXian", "BtnYinYing"})
+        Driver::Click(QLatin1String(option));
     Driver::Click(QStringLiteral("BtnShuPai"));
     Driver::Click(QStringLiteral("BtnShuPai"));
     EXPECT_TRUE(Selected().GetBold() && Selected().GetItalic() && Selected().GetUnderline() && Selected().GetShadow());
