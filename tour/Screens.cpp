@@ -3,6 +3,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtTest/QTest>
 
 #include "CBaseWnd.h"
 #include "CMainFrameWnd.h"
@@ -127,6 +128,44 @@ void KeepEditing(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("btnTab1"));
 }
 
+// Texts in five scripts, the palette, and back to where the tour was.
+void KeepTexts(CMainFrameWnd& frame, const Album& album) {
+    struct Line {
+        const char16_t* text;
+        int size;   // picture pixels
+        QPoint by;  // logical pixels from the middle
+        const char* option;
+    };
+    const Line lines[] = {{u"Spring light", 260, {-40, -230}, "BtnXieTi"},
+                          {u"春光", 380, {190, -130}, "BtnShuPai"},
+                          {u"نور الربيع", 220, {-140, 205}, "BtnYinYing"},
+                          {u"אור האביב", 200, {130, 215}, "BtnCuTi"},
+                          {u"Ånna é ❤️🌸😊", 200, {-20, 262}, "BtnYinYing"}};
+    Driver::Click(QStringLiteral("btnTab3"));
+    album.Keep(frame, QStringLiteral("text-empty"));
+    QWidget* canvas = frame.Mid().Canvas();
+    const QPoint middle = canvas->rect().center();
+    for (const Line& line : lines) {
+        Driver::Type(QStringLiteral("EditWenZi"), QString::fromUtf16(line.text));
+        Driver::Click(QLatin1String(line.option));
+        Driver::Click(QStringLiteral("BtnAddWenZi"));
+        Driver::Type(QStringLiteral("EditZiHao"), QString::number(line.size));
+        Driver::DragOn(canvas, middle, middle + line.by);
+        QTest::keyClick(canvas, Qt::Key_Escape);
+        Driver::Click(QLatin1String(line.option));
+    }
+    QTest::mouseClick(canvas, Qt::LeftButton, {}, middle + lines[0].by);
+    album.Keep(frame, QStringLiteral("text"));
+    Driver::Click(QStringLiteral("BtnColor"));
+    album.Keep(frame, QStringLiteral("text-colour"));
+    Driver::Click(QStringLiteral("BtnQuSe"));
+    album.Keep(frame, QStringLiteral("text-pick"));
+    Driver::Click(QStringLiteral("BtnQuSe"));
+    Driver::Click(QStringLiteral("BtnColor_23"));
+    Driver::Key(Qt::Key_Z, Qt::ControlModifier);
+    Driver::Click(QStringLiteral("btnTab1"));
+}
+
 void KeepSaving(CMainFrameWnd& frame, const Album& album) {
     Driver::Modal([] { Driver::Click(QStringLiteral("btnSave")); }, QStringLiteral("EdtPath"),
                   [&] {
@@ -173,6 +212,7 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     KeepReview(frame, album);
     KeepRotation(frame, album);
     KeepEditing(frame, album);
+    KeepTexts(frame, album);
     KeepSaving(frame, album);
     KeepQuestion(frame, album);
     frame.resize(1920, 1080);

@@ -5,6 +5,7 @@
 
 #include "CAdjustWnd.h"
 #include "CBasePanelAdjust.h"
+#include "CBasePanelText.h"
 #include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
 #include "CEditJianCai.h"
@@ -21,6 +22,7 @@
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
+#include "CWordWnd.h"
 #include "CYaChiMBWnd.h"
 #include "CYanJingBSShowWnd.h"
 
@@ -40,6 +42,7 @@ ToolTable BuiltInTools() {
         Tool<CCutWnd, CEditJianCai>(),
         Tool<CRotateWnd, CEditXuanZhuan>(),
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
+        Tool<CWordWnd, CBasePanelText>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
         Tool<CMoPiWnd, CPiFuMoPiPanel>(),

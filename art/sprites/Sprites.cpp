@@ -11,6 +11,7 @@ namespace {
 
 constexpr int SpinnerSide = 27;
 constexpr int SpinnerFrames = 11;
+constexpr int HandleFrame = 32;
 const QColor Accent(0x20, 0xB8, 0xF1);
 const QColor AccentHover(0x32, 0xBE, 0xF2);
 const QColor Hairline(0xE1, 0xE4, 0xE8);
@@ -94,20 +95,28 @@ void DrawButtonGround(QPainter& painter, double width, const QColor& ground, con
     painter.drawRoundedRect(QRectF(0.5, 0.5, width - 1, 41), 6, 6);
 }
 
+// A disc in the middle of a frame of HandleFrame, whose rest is there for the finger; a soft edge keeps it visible on
+// every picture.
 void DrawHandle(QPainter& painter, const QColor& ground, const QPainterPath& sign) {
+    const QPointF middle(HandleFrame / 2.0, HandleFrame / 2.0);
+    painter.setPen(Qt::NoPen);
+    for (int ring = 3; ring > 0; --ring) {
+        painter.setBrush(QColor(0, 0, 0, 18));
+        painter.drawEllipse(middle, 11.0 + ring * 0.6, 11.0 + ring * 0.6);
+    }
     painter.setPen(QPen(Qt::white, 1.5));
     painter.setBrush(ground);
-    painter.drawEllipse(QPointF(10, 10), 8.5, 8.5);
+    painter.drawEllipse(middle, 10.5, 10.5);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::white, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(sign);
+    painter.setPen(QPen(Qt::white, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(sign.translated(middle - QPointF(10, 10)));
 }
 
 bool WriteHandle(const QString& folder, const QString& name, const QColor& colour, const QPainterPath& sign) {
-    return WriteSprite(folder, name, 60, 20, [&](QPainter& painter) {
-        for (const QColor& ground : {colour, colour.lighter(108), colour.darker(108)}) {
+    return WriteSprite(folder, name, 3 * HandleFrame, HandleFrame, [&](QPainter& painter) {
+        for (const QColor& ground : {colour.darker(112), colour, colour.lighter(108)}) {
             DrawHandle(painter, ground, sign);
-            painter.translate(20, 0);
+            painter.translate(HandleFrame, 0);
         }
     });
 }

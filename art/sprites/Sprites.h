@@ -14,7 +14,7 @@ bool DrawLoading(const QString& folder);
 // ThumbWnd/: ground of the navigator (187 × 216) and its close box (15 × 15), plain and hovered.
 bool DrawNavigator(const QString& folder);
 // Button/: grounds of the compare buttons (174 × 42 and 104 × 42), plain and hovered, and the strips of three frames
-// (plain, hovered, pressed; 20 × 20 each) of the text box's delete and rotate handles.
+// (held, plain, hovered; 32 × 32 each) of the text box's delete and rotate handles.
 bool DrawButtons(const QString& folder);
 // Icons/quince_<size>.png from the program's drawing, 16 to 256 pixels.
 bool DrawProgramIcons(const QString& folder, const QString& svgPath);

@@ -141,6 +141,10 @@ class CanvasLogic : public StepSource {
     CHistoryManager& History() const { return m_history; }
     bool StepOpen() const { return m_committer.StepOpen(); }
 
+    // The view that the next tool takes over when this one is left: what is shown. A tool that shows something else
+    // than its result hands the result's view over.
+    virtual std::unique_ptr<CViewState> MakeViewState();
+
   private:
     // The view, but for the lock: a plain value.
     struct ViewState {
@@ -157,7 +161,6 @@ class CanvasLogic : public StepSource {
     void Draw(ViewQuality quality);
     void Compose(const QRect& part);
     std::function<void()> RememberSelf();
-    std::unique_ptr<CViewState> MakeViewState();
 
     CHistoryManager& m_history;
     StepCommitter m_committer;

@@ -14,7 +14,8 @@ class QWidget;
 //   "itemclick"                     a list or tree row was clicked. value: its row
 //   "textchanged", "enchange"       an edit field's text changed by the user
 //   "setfocus", "killfocus"         an edit field got or lost the keyboard
-// All come from the user's acts only: setting a control from code raises none.
+// All come from the user's acts only: setting a control from code raises none, but for "enchange" of a field of several
+// lines.
 struct Notify {
     QString type;
     QString name;  // the sender's objectName

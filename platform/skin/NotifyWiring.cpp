@@ -5,6 +5,7 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
+#include <QtWidgets/QPlainTextEdit>
 
 #include "CSliderCtrl.h"
 #include "CXMLWnd.h"
@@ -16,7 +17,7 @@ using Sink = std::function<void(const Notify&)>;
 // Tells of an edit field's keyboard focus, which has no signal of its own.
 class FocusTeller : public QObject {
   public:
-    FocusTeller(QLineEdit* edit, Sink sink) : QObject(edit), m_edit(edit), m_sink(std::move(sink)) {
+    FocusTeller(QWidget* edit, Sink sink) : QObject(edit), m_edit(edit), m_sink(std::move(sink)) {
         edit->installEventFilter(this);
     }
     bool eventFilter(QObject* object, QEvent* event) override {
@@ -26,7 +27,7 @@ class FocusTeller : public QObject {
     }
 
   private:
-    QLineEdit* m_edit;
+    QWidget* m_edit;
     Sink m_sink;
 };
 
@@ -60,6 +61,14 @@ void WireEdit(QLineEdit* edit, const Sink& sink) {
     new FocusTeller(edit, sink);
 }
 
+// Whoever sets such a field from code tells itself apart: it has no signal of the user's own changes.
+void WireText(QPlainTextEdit* edit, const Sink& sink) {
+    QObject::connect(edit, &QPlainTextEdit::textChanged, edit, [=] {
+        sink({QStringLiteral("enchange"), edit->objectName(), edit});
+    });
+    new FocusTeller(edit, sink);
+}
+
 void Wire(QWidget* control, const Sink& sink) {
     if (auto* slider = qobject_cast<CSliderCtrl*>(control)) {
         WireSlider(slider, sink);
@@ -71,6 +80,8 @@ void Wire(QWidget* control, const Sink& sink) {
         });
     } else if (auto* edit = qobject_cast<QLineEdit*>(control)) {
         WireEdit(edit, sink);
+    } else if (auto* text = qobject_cast<QPlainTextEdit*>(control)) {
+        WireText(text, sink);
     } else if (auto* list = qobject_cast<QListWidget*>(control)) {
         QObject::connect(list, &QListWidget::itemClicked, list, [=](QListWidgetItem* item) {
             sink({QStringLiteral("itemclick"), list->objectName(), list, list->row(item)});

@@ -28,8 +28,8 @@ TEST(Sprites, ExistAtOneAndTwoTimesTheirSize) {
                    {"Button/btn_compare_save_h", 174, 42},
                    {"Button/btn_compare_before", 104, 42},
                    {"Button/btn_compare_before_h", 104, 42},
-                   {"Button/btn_delete", 60, 20},
-                   {"Button/btn_rotate", 60, 20}};
+                   {"Button/btn_delete", 96, 32},
+                   {"Button/btn_rotate", 96, 32}};
     for (const auto& sprite : sprites) {
         const QString base = Stage + QLatin1String(sprite.name);
         EXPECT_EQ(QImage(base + QStringLiteral(".png")).size(), QSize(sprite.width, sprite.height)) << sprite.name;

@@ -4,6 +4,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 #include <QtGui/QClipboard>
+#include <QtGui/QInputMethodEvent>
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -11,6 +12,8 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
+#include <QtWidgets/QPlainTextEdit>
+#include <utility>
 
 #include "CSliderCtrl.h"
 
@@ -100,13 +103,34 @@ void Driver::DragOn(QWidget* window, QPoint from, QPoint to) {
     QTest::mouseRelease(window, Qt::LeftButton, {}, to);
 }
 
+namespace {
+
+// What no key of the test's keyboard has comes as it does from an input method; halves of a character together.
+void WriteByInputMethod(QWidget& edit, QChar character) {
+    static QString written;
+    written += character;
+    if (character.isHighSurrogate()) return;
+    QInputMethodEvent event;
+    event.setCommitString(std::exchange(written, {}));
+    QApplication::sendEvent(&edit, &event);
+}
+
+}  // namespace
+
 void Driver::Type(const QString& name, const QString& text) {
-    auto* edit = qobject_cast<QLineEdit*>(Usable(name));
-    if (!edit) qFatal("not a field: %s", qPrintable(name));
+    QWidget* edit = Usable(name);
+    if (!qobject_cast<QLineEdit*>(edit) && !qobject_cast<QPlainTextEdit*>(edit))
+        qFatal("not a field: %s", qPrintable(name));
     edit->setFocus();
     QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(edit, Qt::Key_Delete);
-    QTest::keyClicks(edit, text);
+    for (const QChar character : text)
+        if (character == u'\n')
+            QTest::keyClick(edit, Qt::Key_Return);
+        else if (character.unicode() < 0x80)
+            QTest::keyClicks(edit, QString(character));
+        else
+            WriteByInputMethod(*edit, character);
 }
 
 void Driver::ChooseItem(const QString& name, int index) {

@@ -26,7 +26,7 @@ class Driver {
     static void HoldSlider(const QString& name, int value, const std::function<void()>& held);
     // Drags with the left button from one point of a window to another, in several moves; logical pixels.
     static void DragOn(QWidget* window, QPoint from, QPoint to);
-    // Replaces the text of a field.
+    // Replaces the text of a field, of one line or several, in any script.
     static void Type(const QString& name, const QString& text);
     static void ChooseItem(const QString& combo, int index);
     static void Key(int key, Qt::KeyboardModifiers modifiers = {});

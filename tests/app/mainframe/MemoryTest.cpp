@@ -17,6 +17,7 @@
 #include "CMoPiWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
+#include "CWordWnd.h"
 #include "FailingMemory.h"
 #include "FrameFixture.h"
 #include "Language.h"
@@ -25,7 +26,7 @@
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Effects = 7, Smooth = 10, Lips = 17;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Smooth = 10, Lips = 17;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -102,6 +103,16 @@ void PaintAndUndo(CMidWnd& mid) {
     PaintOnce(mid);
     mid.Canvas()->OnUndo();
 }
+void AddText(CMidWnd& mid) {
+    CanvasOf<CWordWnd>(mid).AddText(QStringLiteral("Memory"), {});
+}
+void AddTextAndUndo(CMidWnd& mid) {
+    AddText(mid);
+    mid.Canvas()->OnUndo();
+}
+void DeleteText(CMidWnd& mid) {
+    QTest::keyClick(mid.Canvas(), Qt::Key_Delete);
+}
 void CropAndUndo(CMidWnd& mid) {
     CropOnce(mid);
     mid.Canvas()->OnUndo();
@@ -141,6 +152,19 @@ const Act Acts[] = {
     {"toolChangePainted", Lips, PaintOnce, [](CMidWnd& mid) { mid.SwitchTool(Smooth); }},
     {"toolChangePending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.SwitchTool(Effects); }, 0},
     {"toolChangeFaded", Effects, Fade, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
+    {"text", Text, Nothing, AddText, 0},
+    {"restyledText", Text, AddText,
+     [](CMidWnd& mid) {
+         CanvasOf<CWordWnd>(mid).SetText(QStringLiteral("Longer by far"));
+         CanvasOf<CWordWnd>(mid).SettleChange();
+     },
+     0},
+    {"movedText", Text, AddText, [](CMidWnd& mid) { QTest::keyClick(mid.Canvas(), Qt::Key_Right); }, 0},
+    {"deletedText", Text, AddText, DeleteText, 0},
+    {"undoText", Text, AddText, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }, 0},
+    {"redoText", Text, AddTextAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }, 0},
+    {"revertText", Text, AddText, [](CMidWnd& mid) { mid.Canvas()->OnRevert(); }},
+    {"toolChangeText", Text, AddText, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
 };
 
 class OutOfMemory : public FrameTest, public testing::WithParamInterface<Act> {
@@ -244,7 +268,7 @@ TEST_P(OpenWithoutMemory, TheFormerPictureStays) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Acts, OpenWithoutMemory, testing::Values(Acts[1], Acts[6], Acts[12], Acts[13]),
+INSTANTIATE_TEST_SUITE_P(Acts, OpenWithoutMemory, testing::Values(Acts[1], Acts[4], Acts[6], Acts[12], Acts[13]),
                          [](const auto& act) { return std::string(act.param.name); });
 
 TEST_F(FrameTest, CompareWithoutMemoryIsNotEnteredAndWorksAgain) {

@@ -13,6 +13,7 @@
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CToolPanel.h"
+#include "CWordWnd.h"
 #include "FrameFixture.h"
 #include "Language.h"
 #include "Strokes.h"
@@ -35,6 +36,7 @@ const std::map<int, std::function<void(CBaseWnd&)>> Works{
      }},
     {3, [](CBaseWnd& canvas) { static_cast<CRotateWnd&>(canvas).Turn(&CRotateLogic::TurnRight); }},
     {4, [](CBaseWnd& canvas) { static_cast<CSizeWnd&>(canvas).ApplySize(1000, 1100); }},
+    {5, [](CBaseWnd& canvas) { static_cast<CWordWnd&>(canvas).AddText(QStringLiteral("Rows"), {}); }},
     {7, [](CBaseWnd& canvas) { static_cast<CEffectWnd&>(canvas).RunLook(5); }},
     {9, PaintOnce},
     {10, PaintOnce},
