@@ -5,8 +5,8 @@
 #include <QtWidgets/QLabel>
 
 #include "AppPaths.h"
-#include "CColorField.h"
 #include "CColorSwatch.h"
+#include "CPaletteField.h"
 #include "CXMLWnd.h"
 
 namespace {
@@ -37,7 +37,7 @@ ColorPalette::ColorPalette(PaletteFacts facts, std::function<void(const QColor&)
 
 QWidget* ColorPalette::MakeControl(const QString& className, QWidget* parent) {
     if (className == u"CColorSwatch") return new CColorSwatch(parent);
-    if (className == u"CColorField") return new CColorField(parent);
+    if (className == u"CPaletteField") return new CPaletteField(parent);
     return nullptr;
 }
 
@@ -47,13 +47,13 @@ void ColorPalette::Attach(const CXMLWnd& panel) {
     for (std::size_t i = 1; i <= m_facts.groups.front().size(); ++i)
         m_swatches.push_back(panel.Find<CColorSwatch>(Numbered(m_facts.swatch, i)));
     m_ground = panel.Find<QWidget>(QLatin1String(m_facts.swatches));
-    m_field = panel.Find<CColorField>(QLatin1String(m_facts.field));
+    m_field = panel.Find<CPaletteField>(QLatin1String(m_facts.field));
     m_fieldValue = panel.Find<QLabel>(QLatin1String(m_facts.fieldValue));
     if (m_field) {
         m_field->SetPicture(ResourcePath(QStringLiteral("Images/Background/bk_colorsepan.png")));
-        QObject::connect(m_field, &CColorField::Hovered, m_field,
+        QObject::connect(m_field, &CPaletteField::Hovered, m_field,
                          [this](const QColor& c) { ShowValueOf(m_fieldValue, c); });
-        QObject::connect(m_field, &CColorField::Taken, m_field, [this](const QColor& c) { Choose(c); });
+        QObject::connect(m_field, &CPaletteField::Taken, m_field, [this](const QColor& c) { Choose(c); });
     }
     Show(m_color);
 }

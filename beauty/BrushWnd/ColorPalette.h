@@ -7,7 +7,7 @@
 
 #include "Notify.h"
 
-class CColorField;
+class CPaletteField;
 class CColorSwatch;
 class CXMLWnd;
 class QAbstractButton;
@@ -62,6 +62,6 @@ class ColorPalette {
     std::vector<QAbstractButton*> m_groupButtons;
     std::vector<CColorSwatch*> m_swatches;
     QWidget* m_ground = nullptr;
-    CColorField* m_field = nullptr;
+    CPaletteField* m_field = nullptr;
     QLabel* m_fieldValue = nullptr;
 };

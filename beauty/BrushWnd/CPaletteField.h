@@ -7,11 +7,11 @@
 // A picture of colours to take one from: the mouse over it shows the colour under it, a press or drag that ends on it
 // takes it. With the keyboard the arrow keys move the mark, and Enter or Space takes. The colour is that of the
 // picture's own pixels, whatever the screen makes of them. Main thread.
-class CColorField : public QWidget {
+class CPaletteField : public QWidget {
     Q_OBJECT
 
   public:
-    explicit CColorField(QWidget* parent = nullptr);
+    explicit CPaletteField(QWidget* parent = nullptr);
 
     // The file of the picture, and its place in the widget: all of it.
     void SetPicture(const QString& path);

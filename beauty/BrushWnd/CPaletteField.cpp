@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "CColorField.h"
+#include "CPaletteField.h"
 
 #include <algorithm>
 #include <QtGui/QKeyEvent>
@@ -14,30 +14,30 @@ constexpr double MarkSide = 10.0;
 
 }  // namespace
 
-CColorField::CColorField(QWidget* parent) : QWidget(parent) {
+CPaletteField::CPaletteField(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::CrossCursor);
 }
 
-void CColorField::SetPicture(const QString& path) {
+void CPaletteField::SetPicture(const QString& path) {
     m_picture = QImage(path).convertToFormat(QImage::Format_RGB32);
     update();
 }
 
-QPointF CColorField::HeldInside(QPointF at) const {
+QPointF CPaletteField::HeldInside(QPointF at) const {
     return {std::clamp(at.x(), 0.0, std::max(0.0, width() - 1.0)),
             std::clamp(at.y(), 0.0, std::max(0.0, height() - 1.0))};
 }
 
-QColor CColorField::ColorAt(QPointF at) const {
+QColor CPaletteField::ColorAt(QPointF at) const {
     if (m_picture.isNull() || width() < 1 || height() < 1) return {};
     const QPointF inside = HeldInside(at);
     return m_picture.pixelColor(Truncate(inside.x() * m_picture.width() / width()),
                                 Truncate(inside.y() * m_picture.height() / height()));
 }
 
-void CColorField::MarkColor(const QColor& color) {
+void CPaletteField::MarkColor(const QColor& color) {
     int nearest = std::numeric_limits<int>::max();
     for (int y = 0; y < m_picture.height(); ++y)
         for (int x = 0; x < m_picture.width(); ++x) {
@@ -51,14 +51,14 @@ void CColorField::MarkColor(const QColor& color) {
     update();
 }
 
-void CColorField::MoveMark(QPointF at) {
+void CPaletteField::MoveMark(QPointF at) {
     const QPointF inside = HeldInside(at);
     m_mark = {(inside.x() + 0.5) / width(), (inside.y() + 0.5) / height()};
     update();
     emit Hovered(ColorAt(inside));
 }
 
-void CColorField::paintEvent(QPaintEvent*) {
+void CPaletteField::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter.drawImage(rect(), m_picture);
@@ -73,22 +73,22 @@ void CColorField::paintEvent(QPaintEvent*) {
     painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
 }
 
-void CColorField::mousePressEvent(QMouseEvent* event) {
+void CPaletteField::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) MoveMark(event->position());
 }
 
-void CColorField::mouseMoveEvent(QMouseEvent* event) {
+void CPaletteField::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons().testFlag(Qt::LeftButton)) return MoveMark(event->position());
     emit Hovered(ColorAt(event->position()));
 }
 
-void CColorField::mouseReleaseEvent(QMouseEvent* event) {
+void CPaletteField::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
     MoveMark(event->position());
     if (const QColor color = ColorAt(event->position()); color.isValid()) emit Taken(color);
 }
 
-void CColorField::keyPressEvent(QKeyEvent* event) {
+void CPaletteField::keyPressEvent(QKeyEvent* event) {
     const QPointF mark(m_mark.x() * width() - 0.5, m_mark.y() * height() - 0.5);
     constexpr double Step = 2.0;
     switch (event->key()) {
