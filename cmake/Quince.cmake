@@ -66,7 +66,7 @@ add_custom_target(quince_unit_tests)
 
 # quince_test(name SOURCES files... LINKS targets... [GUI] [LABELS labels...] [TIMEOUT seconds])
 # One test program. GUI ones get a real window system (the test command starts a virtual one when there is none). The
-# label tsan is for those that run work on more than one thread.
+# label tsan is for those that run work on more than one thread, the label quality for those that measure whole portraits.
 function(quince_test name)
     cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -81,7 +81,9 @@ function(quince_test name)
         set(alone RESOURCE_LOCK display)
     else()
         target_link_libraries(${name} PRIVATE quince_test_main)
-        add_dependencies(quince_unit_tests ${name})
+        if(NOT "quality" IN_LIST ARG_LABELS)
+            add_dependencies(quince_unit_tests ${name})
+        endif()
         set(kind unit)
     endif()
     target_link_libraries(${name} PRIVATE quince_options ${ARG_LINKS} GTest::gtest GTest::gmock)
