@@ -49,6 +49,8 @@ bool WarpQueue::Wait(const ProgressSpan& span) {
     }
     const bool whole = !std::exchange(m_dropped, false);
     if (const std::exception_ptr error = std::exchange(m_error, nullptr)) std::rethrow_exception(error);
+    guard.unlock();
+    if (whole) span.Report(1.0, 1.0);  // the last entries may have ended while the sink was told of those before
     return whole;
 }
 
