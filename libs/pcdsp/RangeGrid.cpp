@@ -40,13 +40,15 @@ RangeGrid::RangeGrid(int width, int height, float side, float range)
     for (int y = height - 1; y >= 0; --y) m_firstRows[NearestCell(y, side)] = y;
 }
 
-void RangeGrid::Add(int cellRow, const float* guide, const float* red, const float* green, const float* blue) {
+void RangeGrid::Add(int cellRow, const float* weight, const float* guide, const float* red, const float* green,
+                    const float* blue) {
     Cell* const cells = CellRow(cellRow);
     for (std::size_t x = 0; x < m_columnOf.size(); ++x) {
         const int bin = static_cast<int>(guide[x]);
         const float part = guide[x] - static_cast<float>(bin);
         Cell* const at = cells + std::ptrdiff_t{m_bins} * m_columnOf[x] + bin;
-        const Cell one = {1.0f, red[x], green[x], blue[x]};
+        const float w = weight[x];
+        const Cell one = {w, w * red[x], w * green[x], w * blue[x]};
         const Cell upper = one * part;
         at[0] += one - upper;
         at[1] += upper;

@@ -17,8 +17,10 @@ class RangeGrid {
     // Cells form rows; row r takes the picture's rows from FirstRowOf(r) on, up to FirstRowOf(r + 1).
     int CellRows() const { return m_rows; }
     int FirstRowOf(int cellRow) const { return m_firstRows[cellRow]; }
-    // Adds a row of the picture to its row of cells. Different rows of cells may be filled at the same time.
-    void Add(int cellRow, const float* guide, const float* red, const float* green, const float* blue);
+    // Adds a row of the picture to its row of cells, each pixel as often as `weight` says (above 0). Different rows of
+    // cells may be filled at the same time.
+    void Add(int cellRow, const float* weight, const float* guide, const float* red, const float* green,
+             const float* blue);
     // Once all rows are in: a binomial of three cells along each of the three axes.
     void Blur();
 

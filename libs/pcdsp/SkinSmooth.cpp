@@ -38,8 +38,13 @@ constexpr double FinePart = 0.0024, EvenPart = 0.05, ShadePart = 0.05, ReachPart
 // Levels at level 180: pixels within about LikeLevels count as like; contrast of EdgeLevels halves the change, and more
 // with sigma. A line of pixels across which the contrast is equal counts by Line.
 constexpr float LikeLevels = 40.0f, LikeRise = 1.5f, EdgeLevels = 34.0f, EdgeRise = 12.0f, Line = 0.25f;
-// Differences of colour beyond this are another material.
-constexpr float ColourLevels = 26.0f;
+// What has not the colour of skin counts this much in the mean of like pixels: nothing beside skin, all where no skin
+// is.
+constexpr float OtherShare = 0.02f;
+// Skin under gloss keeps PalePart of its redness; below NeutralRedness redness is noise.
+constexpr float PalePart = 0.4f, NeutralRedness = 0.02f;
+// Differences of colour beyond this part of the light, with Knee levels added to it, are another material.
+constexpr float ColourPart = 34.0f / 220.0f, Knee = 40.0f;
 // Strength is Top (1 - exp(-Rise sigma)): 0.95 at 1, 1.32 at 3. A little more than 1 makes up for what the borders of
 // the band take away. Pores is the part of it for what is finer than `fine` and coarser than the copy.
 constexpr float Top = 1.36f, Rise = 1.2f, Pores = 0.2f;
@@ -60,9 +65,8 @@ struct Gaussian {
 class GuideScale {
   public:
     explicit GuideScale(float levels) {
-        constexpr float knee = 40.0f;
         for (int i = 0; i < Steps; ++i)
-            m_values[i] = (180.0f + knee) / levels * std::log(1.0f + 0.25f * static_cast<float>(i) / knee);
+            m_values[i] = (180.0f + Knee) / levels * std::log(1.0f + 0.25f * static_cast<float>(i) / Knee);
     }
     float Of(float level) const { return m_values[static_cast<int>(std::clamp(level, 0.0f, 255.0f) * 4.0f + 0.5f)]; }
     float Range() const { return m_values[Steps - 1]; }
@@ -71,6 +75,17 @@ class GuideScale {
     static constexpr int Steps = 1021;
     std::array<float, Steps> m_values;
 };
+
+// How much redder than green a colour is, in parts of its red: 0 for what is neutral or cool.
+float Redness(float red, float green) {
+    return std::max(0.0f, (red - green) / std::max(red, 1.0f));
+}
+
+// 1 for what is about as red as its like, or has no red like; 0 for what is neutral among skin.
+float Kinship(float redness, float ofItsLike) {
+    const float part = std::min(1.0f, (NeutralRedness + redness) / (NeutralRedness + PalePart * ofItsLike));
+    return part * part;
+}
 
 }  // namespace
 
@@ -149,13 +164,16 @@ void SkinCorrection::Smoother::MakeFine() {
 void SkinCorrection::Smoother::MakeChange() {
     RangeGrid grid = GridOf(EvenPart, m_scale.Range());
     AddRows(grid, [&](int cells, int y) {
-        grid.Add(cells, m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
+        thread_local std::vector<float> skin;
+        skin.resize(m_columns);
+        m_copy.SkinOfRow(y, 1, skin.data());
+        for (float& share : skin) share = OtherShare + share * share;
+        grid.Add(cells, skin.data(), m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
     });
     const float strength = Top * (1.0f - std::exp(-Rise * m_sigma));
     const float pores = strength * Pores;
     const int reach = std::max(1, static_cast<int>(std::lround(ReachPart * m_face)));
     const float edge = m_binLevels / (EdgeLevels + EdgeRise * m_sigma);
-    const float perColour = 1.0f / ColourLevels;
     ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
         RangeGrid::Row mean(grid);
         for (int y = first; y < last; ++y) {
@@ -174,10 +192,14 @@ void SkinCorrection::Smoother::MakeChange() {
                 const float scale = 1.0f / even[0];
                 float away[Colours];
                 for (int c = 0; c < Colours; ++c) away[c] = even[c + 1] * scale - m_fine.Row(c, y)[x];
-                // What differs in colour by more than a blotch does is not the same skin: teeth, lips.
-                const float red = (away[0] - away[1]) * perColour, blue = (away[2] - away[1]) * perColour;
-                const float other = red * red + blue * blue;
-                const float share = strength * flat / (1.0f + other * other * other);
+                // What differs in colour by more than a blotch does is not the same skin: teeth, lips. Nor is what is
+                // grey among skin: the white of an eye, a pupil, grey hair.
+                const float red = away[0] - away[1], blue = away[2] - away[1];
+                const float most = ColourPart * (m_fine.Row(1, y)[x] + Knee);
+                const float other = (red * red + blue * blue) / (most * most);
+                const float akin = Kinship(Redness(m_fine.Row(0, y)[x], m_fine.Row(1, y)[x]),
+                                           Redness(even[1] * scale, even[2] * scale));
+                const float share = strength * flat * akin / (1.0f + other * other * other);
                 for (int c = 0; c < Colours; ++c) {
                     float& copy = m_copy.Row(c, y)[x];
                     copy = share * away[c] + flat * pores * (m_fine.Row(c, y)[x] - copy);
@@ -189,9 +211,9 @@ void SkinCorrection::Smoother::MakeChange() {
 
 void SkinCorrection::Smoother::KeepShading() {
     RangeGrid grid = GridOf(ShadePart, 0.0f);
-    const std::vector<float> nothing(m_columns);
+    const std::vector<float> once(m_columns, 1.0f), nothing(m_columns);
     AddRows(grid, [&](int cells, int y) {
-        grid.Add(cells, nothing.data(), m_copy.Row(0, y), m_copy.Row(1, y), m_copy.Row(2, y));
+        grid.Add(cells, once.data(), nothing.data(), m_copy.Row(0, y), m_copy.Row(1, y), m_copy.Row(2, y));
     });
     ForEachBand(m_rows, GrainOf(m_columns), [&](int first, int last) {
         RangeGrid::Row mean(grid);

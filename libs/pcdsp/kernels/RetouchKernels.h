@@ -48,7 +48,7 @@ void TeethRow(std::uint8_t* pixels, int count, const MappedRow& row) {
         const Colours c = Unpack(words);
         const Floats perRed = Inverse(Max(c.r, Spread(1.0f)));
         const Floats p = (c.r - c.g) * perRed * row.perP;
-        const Floats q = Max(c.g - c.b, Spread(0.0f)) * perRed * row.perQ;
+        const Floats q = Max(c.g - c.b, 2.0f * (c.b - c.g)) * perRed * row.perQ;
         const Floats patch = MapRowAt(row.above[0], row.below[0], row.part, x);
         const Floats notBlue = SoftEdge(c.b - Max(c.r, c.g), 14.0f, 4.0f);
         const Floats tooth = SoftEdge(p + q, 1.26f, 1.05f) * SoftEdge(Weighted(c), 30.0f, 70.0f) * notBlue * patch;

@@ -226,6 +226,37 @@ TEST(Smoothing, AMaskTellsHowMuchOfIt) {
     EXPECT_TRUE(std::equal(part.Row(100), part.Pixels() + part.ByteCount(), whole.Row(100)));
 }
 
+TEST(Smoothing, AShadowOnSkinGivesUpItsDarknessNotItsWarmth) {
+    // A dark circle with the white of an eye above it, which is as light as the shadow's rim.
+    Bitmap face = TestPictures::Plain(600, 600, 0xFFE6B89C);
+    const auto disc = [&](double cx, double cy, double r, double soft, int red, int green, int blue) {
+        std::uint8_t* p = face.MutablePixels();
+        for (int y = 0; y < 600; ++y)
+            for (int x = 0; x < 600; ++x, p += 4) {
+                const double share = std::clamp((r - std::hypot(x - cx, 2.5 * (y - cy))) / soft, 0.0, 1.0);
+                p[2] = static_cast<std::uint8_t>(std::lround(p[2] + (red - p[2]) * share));
+                p[1] = static_cast<std::uint8_t>(std::lround(p[1] + (green - p[1]) * share));
+                p[0] = static_cast<std::uint8_t>(std::lround(p[0] + (blue - p[0]) * share));
+            }
+    };
+    disc(300, 300, 60, 30, 176, 126, 108);
+    disc(300, 270, 50, 3, 178, 178, 182);
+    const Bitmap result = Smoothed(face, 3.0f);
+    const Lab skin = LabAt(face, 100, 500), was = LabAt(face, 300, 305), is = LabAt(result, 300, 305);
+    EXPECT_GT(is.l, was.l + 2.0);
+    // No less warm than a straight way to the skin's colour has it.
+    const double way = (is.l - was.l) / (skin.l - was.l);
+    EXPECT_GT(ChromaOf(is), ChromaOf(was) + way * (ChromaOf(skin) - ChromaOf(was)) - 2.5);
+    EXPECT_LT(DeltaE2000(LabAt(face, 300, 270), LabAt(result, 300, 270)), 2.0) << "the white of the eye";
+}
+
+TEST(Smoothing, APictureWithoutColourIsSmoothedAsWell) {
+    Bitmap grey = TestPictures::Face(500, 500);
+    std::uint8_t* p = grey.MutablePixels();
+    for (int i = 0; i < 500 * 500; ++i, p += 4) p[0] = p[2] = p[1];
+    EXPECT_GT(TestPictures::LargestDifference(grey, Smoothed(grey, 3.0f)), 4);
+}
+
 TEST(Smoothing, RefusesSenselessStrengths) {
     Bitmap face = TestPictures::Face(64, 64);
     const Bitmap before = face.Clone();
@@ -243,14 +274,14 @@ TEST(RangeGridMeans, CountLikeValuesOnly) {
     // Two colours side by side, far apart in the guide: each side's mean is its own colour, right up to the border.
     constexpr int side = 60;
     RangeGrid grid(side, side, 6.0f, 10.0f);
-    std::vector<float> guide(side), red(side), green(side, 100.0f), blue(side, 50.0f);
+    std::vector<float> once(side, 1.0f), guide(side), red(side), green(side, 100.0f), blue(side, 50.0f);
     for (int x = 0; x < side; ++x) {
         guide[x] = x < side / 2 ? 1.0f : 9.0f;
         red[x] = x < side / 2 ? 40.0f : 200.0f;
     }
     for (int cells = 0; cells < grid.CellRows(); ++cells)
         for (int y = grid.FirstRowOf(cells); y < grid.FirstRowOf(cells + 1); ++y)
-            grid.Add(cells, guide.data(), red.data(), green.data(), blue.data());
+            grid.Add(cells, once.data(), guide.data(), red.data(), green.data(), blue.data());
     grid.Blur();
     RangeGrid::Row row(grid);
     for (int y = 0; y < side; ++y) {
@@ -262,6 +293,25 @@ TEST(RangeGridMeans, CountLikeValuesOnly) {
             ASSERT_NEAR(mean[2] / mean[0], 100.0f, 1e-2);
         }
     }
+}
+
+TEST(RangeGridMeans, CountEachPixelByItsWeight) {
+    constexpr int side = 40;
+    RangeGrid grid(side, side, 8.0f, 0.0f);
+    std::vector<float> weight(side), guide(side), red(side), green(side, 7.0f), blue(side, 9.0f);
+    for (int x = 0; x < side; ++x) {
+        weight[x] = x % 2 ? 3.0f : 1.0f;
+        red[x] = x % 2 ? 100.0f : 20.0f;
+    }
+    for (int cells = 0; cells < grid.CellRows(); ++cells)
+        for (int y = grid.FirstRowOf(cells); y < grid.FirstRowOf(cells + 1); ++y)
+            grid.Add(cells, weight.data(), guide.data(), red.data(), green.data(), blue.data());
+    grid.Blur();
+    RangeGrid::Row row(grid);
+    row.MoveTo(side / 2);
+    const RangeGrid::Cell mean = row.Read(side / 2, 0.0f);
+    EXPECT_NEAR(mean[1] / mean[0], 80.0f, 0.5);
+    EXPECT_NEAR(mean[2] / mean[0], 7.0f, 1e-3);
 }
 
 TEST(RangeGridMeans, EveryRowOfThePictureFallsIntoOneRowOfCells) {
@@ -328,6 +378,26 @@ TEST(Teeth, LoseTheirYellowAndNothingElseMoves) {
     EXPECT_LT(is.l, was.l + 10.0);
     for (const auto& [x, y] : {std::pair(250, 175), std::pair(250, 230), std::pair(60, 60), std::pair(250, 300)})
         EXPECT_LT(DeltaE2000(LabAt(source, x, y), LabAt(result, x, y)), 1.0) << x << ", " << y;
+}
+
+TEST(Teeth, GlossAboveTheMouthAndOnPaintedLipsIsNone) {
+    Bitmap source = Smile(500, 400);
+    const auto put = [&](int left, int top, int right, int bottom, int red, int green, int blue) {
+        for (int y = top; y < bottom; ++y)
+            for (int x = left; x < right; ++x) {
+                std::uint8_t* const to = source.MutablePixels() + 4 * (500 * y + x);
+                to[0] = static_cast<std::uint8_t>(blue), to[1] = static_cast<std::uint8_t>(green);
+                to[2] = static_cast<std::uint8_t>(red);
+            }
+    };
+    put(230, 110, 270, 118, 196, 113, 104);  // the shadow under the nose, red as a lip
+    put(243, 128, 257, 144, 236, 206, 190);  // gloss between nose and lip
+    put(180, 224, 230, 236, 241, 166, 190);  // gloss on painted lips
+    Bitmap result = source;
+    ASSERT_NE(PC_Dsp::MeiBaiYaChi(result.MutablePixels(), 500, 400, nullptr, 0, 100), 0);
+    EXPECT_GT(LabAt(result, 250, 200).l, LabAt(source, 250, 200).l + 3.0) << "teeth";
+    EXPECT_LT(DeltaE2000(LabAt(source, 250, 136), LabAt(result, 250, 136)), 0.5);
+    EXPECT_LT(DeltaE2000(LabAt(source, 200, 230), LabAt(result, 200, 230)), 0.5);
 }
 
 TEST(Teeth, WithoutLipsThereAreNone) {

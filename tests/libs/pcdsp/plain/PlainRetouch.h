@@ -74,7 +74,7 @@ inline void TeethRow(std::uint8_t* pixels, int count, const MappedRow& row) {
     for (int x = 0; x < count; ++x) {
         const Pixel c(pixels + 4 * x);
         const double red = std::max(c.r, 1.0);
-        const double likeness = (c.r - c.g) / red * row.perP + std::max(c.g - c.b, 0.0) / red * row.perQ;
+        const double likeness = (c.r - c.g) / red * row.perP + std::max(c.g - c.b, 2.0 * (c.b - c.g)) / red * row.perQ;
         const double tooth = Soft(likeness, 1.26, 1.05) * Soft(Luma(c), 30, 70) *
                              Soft(c.b - std::max(c.r, c.g), 14, 4) * MapAt(row, 0, x);
         const auto pale = [&](double v) { return v + (Luma(c) - v) * 0.7; };
