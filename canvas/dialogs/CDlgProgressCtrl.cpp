@@ -62,12 +62,6 @@ bool IsMouse(QEvent::Type type) {
            type == QEvent::MouseButtonDblClick || type == QEvent::MouseMove;
 }
 
-// An event of the window system comes by way of a window, before it is known for which widget it is.
-CBaseWnd* CanvasAt(QObject* object, const QMouseEvent& event) {
-    if (object->isWidgetType()) return qobject_cast<CBaseWnd*>(object);
-    return qobject_cast<CBaseWnd*>(QApplication::widgetAt(event.globalPosition().toPoint()));
-}
-
 }  // namespace
 
 CDlgProgressCtrl::CDlgProgressCtrl(QWidget* owner)
@@ -181,11 +175,16 @@ bool CDlgProgressCtrl::eventFilter(QObject* object, QEvent* event) {
     return true;
 }
 
-// From a press to its release everything is for the canvas that was pressed. A window hears of a press that makes a
-// double click twice, first as a press.
+// An event of the window system is caught at its window, before it is known for which widget it is. From a press to its
+// release everything is for the canvas that was pressed. A window hears of a press that makes a double click twice.
 void CDlgProgressCtrl::Offer(QObject* object, const QMouseEvent& event) {
+    if (object->isWidgetType()) {
+        if (auto* canvas = qobject_cast<CBaseWnd*>(object)) canvas->KeepInput(event);
+        return;
+    }
     if (event.type() == QEvent::MouseButtonDblClick && m_pressed) return;
-    CBaseWnd* canvas = m_pressed ? m_pressed.data() : CanvasAt(object, event);
+    CBaseWnd* canvas = m_pressed;
+    if (!canvas) canvas = qobject_cast<CBaseWnd*>(QApplication::widgetAt(event.globalPosition().toPoint()));
     const bool down = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
     if (down) m_pressed = canvas;
     if (event.type() == QEvent::MouseButtonRelease) m_pressed = nullptr;
