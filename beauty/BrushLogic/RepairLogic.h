@@ -19,6 +19,10 @@ class RepairLogic : public SnapshotLogic, public PenTool {
 
     // The picture is shown there.
     bool IsShown(QPoint client) const { return HasPicture() && Geometry().ScreenRect().contains(client); }
+    // As SnapshotLogic::Change, for a repair that the user may stop from its beginning on: the sink is told something
+    // at once, and asked again at the end. What was stopped is put back.
+    std::optional<QRect> Change(const QRect& part, CObjProgress* progress, const std::function<bool(Bitmap&)>& change);
+
     static PixelRect PixelsOf(const QRect& rect);
 };
 
@@ -39,8 +43,8 @@ class ClickRepairLogic : public RepairLogic {
   protected:
     using RepairLogic::RepairLogic;
 
-    // As SnapshotLogic::Change, for Changed.
-    bool ChangePlace(const QRect& place, const std::function<bool(Bitmap&)>& change);
+    // As Change, for Changed.
+    bool ChangePlace(const QRect& place, CObjProgress* progress, const std::function<bool(Bitmap&)>& change);
 
   private:
     QRect m_changed;

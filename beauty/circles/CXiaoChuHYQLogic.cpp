@@ -73,7 +73,7 @@ void CXiaoChuHYQLogic::MarkAt(QPoint place) {
 QRect CXiaoChuHYQLogic::EraseAt(QPoint place) {
     m_last = place;
     const Stamp stamp{m_tip, place, StampedPart(place, m_tip.Side(), ImageSize())};
-    const auto changed = Change(stamp.part, [&](Bitmap& picture) {
+    const auto changed = Change(stamp.part, nullptr, [&](Bitmap& picture) {
         LayStamp(stamp, m_base, m_base, 0.0, picture);
         return true;
     });
@@ -103,8 +103,8 @@ std::optional<QRect> CXiaoChuHYQLogic::EndStroke(CObjProgress* progress) {
     };
     const Drop drop{*this};
     const QRect part = MarkedPart();
-    return Change(part, [&](Bitmap& picture) {
+    return Change(part, progress, [&](Bitmap& picture) {
         return PC_Dsp::BlackEye(picture.MutablePixels(), picture.Width(), picture.Height(), m_overlay.Pixels(),
-                                m_tip.Side() / 2, m_strength, PixelsOf(part), progress, 0, 100) != 0;
+                                m_tip.Side() / 2, m_strength, PixelsOf(part), progress, 1, 100) != 0;
     });
 }

@@ -14,6 +14,7 @@ bool CXiaoChuHYLogic::IsQuick(const QRect& place) const {
     return place.width() * qint64{place.height()} <= QuickSide * QuickSide;
 }
 
-bool CXiaoChuHYLogic::Repair(const QRect& place, CObjProgress*) {
-    return ChangePlace(place, [&](Bitmap& picture) { return PC_Dsp::RedEyeRemove(picture, PixelsOf(place)) != 0; });
+bool CXiaoChuHYLogic::Repair(const QRect& place, CObjProgress* progress) {
+    return ChangePlace(place, progress,
+                       [&](Bitmap& picture) { return PC_Dsp::RedEyeRemove(picture, PixelsOf(place)) != 0; });
 }

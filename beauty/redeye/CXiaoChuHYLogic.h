@@ -12,7 +12,7 @@ class CXiaoChuHYLogic : public ClickRepairLogic {
   public:
     explicit CXiaoChuHYLogic(CHistoryManager& history) : ClickRepairLogic(RedEyeTool, 60, history) {}
 
-    // A place without a red pupil is repaired too: nothing changes in it. The sink is not asked.
+    // A place without a red pupil is repaired too: nothing changes in it.
     bool Repair(const QRect& place, CObjProgress* progress) override;
     bool IsQuick(const QRect& place) const override;
 };

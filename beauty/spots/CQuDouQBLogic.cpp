@@ -42,9 +42,9 @@ bool CQuDouQBLogic::Repair(const QRect& place, CObjProgress* progress) {
     if (!HasPicture()) return false;
     const QSize size = ImageSize();
     if (QSize(m_mask.Width(), m_mask.Height()) != size) m_mask = Bitmap(size.width(), size.height());
-    return ChangePlace(place, [&](Bitmap& picture) {
+    return ChangePlace(place, progress, [&](Bitmap& picture) {
         const Mark mark(place, m_mask);
         return PC_Dsp::ImageProcessWithInpaint(picture.MutablePixels(), size.width(), size.height(), m_mask.Pixels(),
-                                               static_cast<int>(MarkColour), PixelsOf(place), progress, 0, 100) != 0;
+                                               static_cast<int>(MarkColour), PixelsOf(place), progress, 1, 100) != 0;
     });
 }

@@ -214,6 +214,15 @@ TEST_F(RedEyes, TheRectangleUnderThePenIsRepairedAndOneClickIsOneStep) {
     EXPECT_TRUE(logic->Picture() == picture);
 }
 
+// Some repairs ask the sink only before they begin and when they are over.
+TEST_F(RedEyes, OneThatIsStoppedOnTheWayIsPutBack) {
+    WatchfulSink sink(0);
+    EXPECT_FALSE(logic->Repair(*logic->Aim(Over(Eye.x(), Eye.y())), &sink));
+    EXPECT_GT(sink.GetValue(), 0.0f) << "told at once, so that the progress window takes Esc";
+    EXPECT_TRUE(logic->Picture() == picture);
+    EXPECT_FALSE(logic->HasWork());
+}
+
 TEST_F(RedEyes, WhereNothingIsRedNoPixelChanges) {
     Click(Over(120, 150));
     EXPECT_TRUE(logic->Picture() == picture);
@@ -298,13 +307,15 @@ TEST_F(Circles, StrengthZeroChangesNoPixel) {
 }
 
 TEST_F(Circles, AStoppedRepairAndADroppedMarkChangeNothing) {
-    Stroke(UnderTheEye(), false);
-    WatchfulSink sink(0);
-    EXPECT_FALSE(logic->EndStroke(&sink));
-    EXPECT_TRUE(logic->Picture() == picture);
-    EXPECT_TRUE(logic->Mark().empty());
-    EXPECT_TRUE(logic->Overlay() == Bitmap(240, 180));
-    EXPECT_FALSE(logic->HasWork());
+    for (const int answers : {0, 1}) {
+        Stroke(UnderTheEye(), false);
+        WatchfulSink sink(answers);
+        EXPECT_FALSE(logic->EndStroke(&sink));
+        EXPECT_TRUE(logic->Picture() == picture);
+        EXPECT_TRUE(logic->Mark().empty());
+        EXPECT_TRUE(logic->Overlay() == Bitmap(240, 180));
+        EXPECT_FALSE(logic->HasWork());
+    }
     Stroke(UnderTheEye(), false);
     logic->DropMark();
     EXPECT_FALSE(logic->EndStroke(nullptr));
