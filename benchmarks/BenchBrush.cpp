@@ -2,6 +2,8 @@
 // The brushes at 24 megapixels: entering, stamping, strokes and sliders in the window, and what a release costs.
 #include <algorithm>
 #include <chrono>
+#include <optional>
+#include <QtTest/QTest>
 #include <vector>
 
 #include "Bench.h"
@@ -11,6 +13,7 @@
 #include "CChunCaiShowWnd.h"
 #include "CMoPiWnd.h"
 #include "CMouthColorPanel.h"
+#include "CQuDouQBShowWnd.h"
 
 namespace {
 
@@ -76,6 +79,40 @@ void MeasureDrag(BenchReport& report) {
     report.Add("brush.drag.worst", View.Megapixels(), times.back(), "copy", CopyMs(View));
 }
 
+// A canvas that notes when it was first painted since it was asked to.
+class WatchedSpots : public CQuDouQBShowWnd {
+  public:
+    using CQuDouQBShowWnd::CQuDouQBShowWnd;
+    std::optional<Clock::time_point> painted;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        CQuDouQBShowWnd::paintEvent(event);
+        if (!painted) painted = Clock::now();
+    }
+};
+
+// From the press until the repaired spot is painted; the step is written after that.
+void MeasureSpotClicks(BenchReport& report) {
+    constexpr int radius = 25;
+    BenchHost<WatchedSpots> host(BenchPicture(Size24));
+    host.canvas->SetPenSize(static_cast<int>(2 * radius * host.canvas->GetZoom() + 0.5));
+    std::vector<double> times;
+    for (int i = 0; i < 16; ++i) {
+        const QPoint at(300 + i * 61 % 1000, 200 + i * 97 % 600);
+        QApplication::processEvents();
+        host.canvas->painted.reset();
+        const auto start = Clock::now();
+        SendMouse(host.canvas, QEvent::MouseButtonPress, at);
+        if (host.canvas->painted && i > 0)  // the first makes pixels of its own and the mask
+            times.push_back(std::chrono::duration<double, std::milli>(*host.canvas->painted - start).count());
+        SendMouse(host.canvas, QEvent::MouseButtonRelease, at);
+        QTest::qWait(2 * CQuDouQBShowWnd::RingTime);
+    }
+    std::sort(times.begin(), times.end());
+    report.Add("spot.click", View.Megapixels(), times[times.size() / 2], "copy", CopyMs(View));
+}
+
 // The end of a stroke of one stamp.
 template <class Logic>
 double ReleaseMs() {
@@ -112,6 +149,11 @@ static const BenchCase stamp("brush.stamp", [](BenchReport& report) {
 static const BenchCase drag("brush.drag", [](BenchReport& report) {
     NeedWindows();
     MeasureDrag<CChunCaiShowWnd>(report);
+});
+
+static const BenchCase spotClick("spot.click", [](BenchReport& report) {
+    NeedWindows();
+    MeasureSpotClicks(report);
 });
 
 static const BenchCase strength("brush.strength.drag", [](BenchReport& report) {

@@ -74,7 +74,14 @@ void KeepBeauty(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("BtnMoPi"));
     PaintAcross(frame, 0.3);
     album.Keep(frame, QStringLiteral("beauty-smooth"));
+    Driver::Click(QStringLiteral("BtnQuBan"));
+    album.Keep(frame, QStringLiteral("beauty-spots"));
     Driver::Click(QStringLiteral("BtnEyes"));
+    Driver::Click(QStringLiteral("BtnEyesHeiYan"));
+    album.Keep(frame, QStringLiteral("beauty-circles"));
+    Driver::Click(QStringLiteral("BtnEyesHongYan"));
+    album.Keep(frame, QStringLiteral("beauty-redeye"));
+    Driver::Click(QStringLiteral("BtnEyesBianSe"));
     album.Keep(frame, QStringLiteral("beauty-eyes"));
     Driver::Click(QStringLiteral("BtnMouth"));
     Driver::Click(QStringLiteral("BtnMouthColor"));

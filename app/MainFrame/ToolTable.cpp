@@ -13,16 +13,22 @@
 #include "CEditXuanZhuan.h"
 #include "CEffectWnd.h"
 #include "CEyesBianSePanel.h"
+#include "CEyesHeiYanPanel.h"
+#include "CEyesHongYanPanel.h"
 #include "CMoPiWnd.h"
 #include "CMouthBeautyPanel.h"
 #include "CMouthColorPanel.h"
 #include "CPiFuFuSePanel.h"
 #include "CPiFuMBShowWnd.h"
 #include "CPiFuMoPiPanel.h"
+#include "CPiFuQuBanPanel.h"
+#include "CQuDouQBShowWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
 #include "CWordWnd.h"
+#include "CXiaoChuHYQShowWnd.h"
+#include "CXiaoChuHYWnd.h"
 #include "CYaChiMBWnd.h"
 #include "CYanJingBSShowWnd.h"
 
@@ -46,7 +52,10 @@ ToolTable BuiltInTools() {
         Tool<CEffectWnd, CTeXiaoPanel>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
         Tool<CMoPiWnd, CPiFuMoPiPanel>(),
+        Tool<CQuDouQBShowWnd, CPiFuQuBanPanel>(),
+        Tool<CXiaoChuHYQShowWnd, CEyesHeiYanPanel>(),
         Tool<CYanJingBSShowWnd, CEyesBianSePanel>(),
+        Tool<CXiaoChuHYWnd, CEyesHongYanPanel>(),
         Tool<CChunCaiShowWnd, CMouthColorPanel>(),
         Tool<CYaChiMBWnd, CMouthBeautyPanel>(),
     });

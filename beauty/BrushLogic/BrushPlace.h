@@ -8,9 +8,12 @@
 
 // Where stamps go. Screen places are counted from the picture's top left corner on the screen.
 
-// The top left picture pixel of the stamp for a pen of `pen` screen pixels whose middle is at `at`; none where the pen
-// does not touch the picture, of which a margin of one pen to the left and above is a part. A stamp that would begin at
-// column or row 0 begins at -5, so that the disc's soft rim does not spare the picture's edge.
+// What a pen of `pen` screen pixels whose middle is at `at` covers, in picture pixels; none where the pen does not
+// touch the picture, of which a margin of one pen to the left and above is a part. A rectangle that would begin at
+// column or row 0 begins at -5, so that a disc's soft rim does not spare the picture's edge; to the right and below it
+// ends with the picture.
+std::optional<QRect> PenPlace(QPoint at, int pen, double zoom, QSize picture);
+// The top left picture pixel of that: where a stamp goes.
 std::optional<QPoint> StampPlace(QPoint at, int pen, double zoom, QSize picture);
 
 // A stroke puts its next stamp where it has gone a quarter of the stamp's side, counted along the axes.

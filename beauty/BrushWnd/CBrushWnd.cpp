@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CBrushWnd.h"
 
-#include <algorithm>
-#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 
-#include "BrushNews.h"
 #include "Truncate.h"
 #include "WithinMemory.h"
 
@@ -24,22 +21,8 @@ QPoint Whole(QPointF at) {
 
 void CBrushWnd::SetPenSize(int pen) {
     const QRect before = CursorRect();
-    m_brush.SetPenSize(pen);
+    CPenWnd::SetPenSize(pen);
     ShowCursorAt(m_cursor, before);
-}
-
-void CBrushWnd::SetErase(bool erase) {
-    m_erase = erase;
-    m_brush.SetErase(erase);
-}
-
-void CBrushWnd::LayoutChildren(int cx, int cy) {
-    CPictureWnd::LayoutChildren(cx, cy);
-    m_brush.SetScreenScale(PixelRatio());
-}
-
-void CBrushWnd::Follow(const StrokePoint& at) {
-    m_brush.SetErase(m_erase || at.modifiers.testFlag(Qt::AltModifier));
 }
 
 bool CBrushWnd::BeginStroke(const StrokePoint& at) {
@@ -69,12 +52,12 @@ void CBrushWnd::Hover(const StrokePoint& at) {
 
 void CBrushWnd::leaveEvent(QEvent* event) {
     ShowCursorAt(std::nullopt);
-    CPictureWnd::leaveEvent(event);
+    CPenWnd::leaveEvent(event);
 }
 
 QRect CBrushWnd::CursorRect() const {
     if (!m_cursor) return {};
-    const int half = m_brush.PenPixels() / 2 + 2;
+    const int half = PenPixels() / 2 + 2;
     return QRect(*m_cursor - QPoint(half, half), QSize(2 * half + 1, 2 * half + 1));
 }
 
@@ -99,7 +82,7 @@ QRect CBrushWnd::CursorClip(const QRect& place) const {
 
 void CBrushWnd::PaintOverlay(QPainter& painter, const QRect& place) {
     if (!m_cursor || IsPanning()) return;
-    const int pen = m_brush.PenPixels(), half = pen / 2;
+    const int pen = PenPixels(), half = pen / 2;
     painter.save();
     painter.setClipRect(CursorClip(place), Qt::IntersectClip);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -107,20 +90,4 @@ void CBrushWnd::PaintOverlay(QPainter& painter, const QRect& place) {
     painter.setBrush(QColor::fromRgba(IsStroking() ? StrokeFill : HoverFill));
     painter.drawEllipse(QRect(*m_cursor - QPoint(half - 1, half - 1), QSize(pen - 3, pen - 3)));
     painter.restore();
-}
-
-void CBrushWnd::keyPressEvent(QKeyEvent* event) {
-    using Slider = BrushStepNews::Slider;
-    switch (event->key()) {
-        case Qt::Key_BracketLeft:
-        case Qt::Key_BracketRight:
-        case Qt::Key_BraceLeft:
-        case Qt::Key_BraceRight: {
-            const bool up = event->key() == Qt::Key_BracketRight || event->key() == Qt::Key_BraceRight;
-            const bool effect = event->modifiers().testFlag(Qt::ShiftModifier);
-            return NotifyView(PanelNews(BrushStepNews{effect ? Slider::Effect : Slider::Pen, up ? 1 : -1}));
-        }
-        default:
-            CPictureWnd::keyPressEvent(event);
-    }
 }

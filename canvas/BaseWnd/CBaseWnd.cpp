@@ -41,6 +41,8 @@ void CBaseWnd::NotifyView(const ViewNews& news) {
     m_host.SendFrame(ViewNotifyMessage{m_tool, news});
 }
 
+void CBaseWnd::KeepInput(const QMouseEvent&) {}
+
 std::function<void()> CBaseWnd::Remember() {
     return [] {};
 }

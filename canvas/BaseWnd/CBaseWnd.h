@@ -98,6 +98,9 @@ class CBaseWnd : public QWidget {
     // Something is held that changes the picture or the view (a stroke, the navigator's frame, a slider, a pan): all
     // other input waits.
     virtual bool IsStrokeHeld() const { return false; }
+    // What the mouse did over the canvas while a task ran, which nobody else hears of: a canvas may do it later.
+    // Nothing here.
+    virtual void KeepInput(const QMouseEvent& event);
     // What puts canvas and history back to this moment, for an act beyond the tool that fails half way. Nothing here.
     virtual std::function<void()> Remember();
 

@@ -9,8 +9,10 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
 
 #include "AppPaths.h"
+#include "CBaseWnd.h"
 #include "Language.h"
 #include "Messages.h"
 #include "Style.h"
@@ -53,6 +55,11 @@ bool IsInput(QEvent::Type type) {
         default:
             return false;
     }
+}
+
+bool IsMouse(QEvent::Type type) {
+    return type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease ||
+           type == QEvent::MouseButtonDblClick || type == QEvent::MouseMove;
 }
 
 }  // namespace
@@ -137,6 +144,7 @@ void CDlgProgressCtrl::Hide() {
 void CDlgProgressCtrl::RunModal() {
     QEventLoop loop;
     m_loop = &loop;
+    m_pressed = nullptr;
     QCoreApplication::instance()->installEventFilter(this);
     SetReady(true);
     loop.exec();
@@ -161,9 +169,26 @@ bool CDlgProgressCtrl::eventFilter(QObject* object, QEvent* event) {
     const bool press = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (press && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) Cancel();
     if (event->type() == QEvent::Close && object == this) Cancel();
+    if (IsMouse(event->type())) Offer(object, *static_cast<QMouseEvent*>(event));
     // Refused and not merely unseen: an accepted close or drop would go ahead.
     event->ignore();
     return true;
+}
+
+// An event of the window system is caught at its window, before it is known for which widget it is. From a press to its
+// release everything is for the canvas that was pressed. A window hears of a press that makes a double click twice.
+void CDlgProgressCtrl::Offer(QObject* object, const QMouseEvent& event) {
+    if (object->isWidgetType()) {
+        if (auto* canvas = qobject_cast<CBaseWnd*>(object)) canvas->KeepInput(event);
+        return;
+    }
+    if (event.type() == QEvent::MouseButtonDblClick && m_pressed) return;
+    CBaseWnd* canvas = m_pressed;
+    if (!canvas) canvas = qobject_cast<CBaseWnd*>(QApplication::widgetAt(event.globalPosition().toPoint()));
+    const bool down = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+    if (down) m_pressed = canvas;
+    if (event.type() == QEvent::MouseButtonRelease) m_pressed = nullptr;
+    if (canvas) canvas->KeepInput(event);
 }
 
 void CDlgProgressCtrl::closeEvent(QCloseEvent* event) {

@@ -2,17 +2,20 @@
 #pragma once
 
 #include <QtCore/QEventLoop>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
 #include "ProgressWindow.h"
 
+class CBaseWnd;
+
 // Progress window of a task: a small dark window over the program's window with a spinner, a percentage and a text. It
 // exists from Reset on, but shows only when the task outlasts VisibleAfter, so that quick tasks do not flash.
 //
 // While its modal loop runs, all input to the program is swallowed, also before the window shows: no click of that time
-// reaches anything later.
+// reaches anything later, but for a canvas that asked to keep what the mouse does over it (CBaseWnd::KeepInput).
 //
 // Work that tells its percentages can be stopped, work that tells none cannot. So with the first percentage come the
 // bar and the word that Esc cancels, and from then on Esc (or closing the window) asks the work to stop. One that is
@@ -53,6 +56,7 @@ class CDlgProgressCtrl : public QWidget, public ProgressWindow {
     void Appear();
     void Tick();
     void Cancel();
+    void Offer(QObject* object, const QMouseEvent& event);
     void PaintSpinner(QPainter& painter) const;
     void PaintBar(QPainter& painter) const;
     void PaintLine(QPainter& painter) const;
@@ -67,4 +71,6 @@ class CDlgProgressCtrl : public QWidget, public ProgressWindow {
     QTimer m_timer;
     QTimer m_appear;
     QEventLoop* m_loop = nullptr;
+    // The canvas on which the button went down in this time.
+    QPointer<CBaseWnd> m_pressed;
 };

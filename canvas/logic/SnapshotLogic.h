@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+
 #include "CanvasLogic.h"
 
 // Base of the logic objects whose picture is one bitmap and whose steps are snapshots of it. A tool adds what it does
@@ -33,6 +35,12 @@ class SnapshotLogic : public CanvasLogic {
     // the next Replace. Picture() stays what it was: whoever reads the result, BuildStep first of all, must see it
     // made.
     void ShowStandIn(const Bitmap& standIn, const ViewGeometry& geometry, bool dirty);
+
+    // Changes the picture within `part` of it, which may reach out: `change` gets the picture, in pixels that nobody
+    // shares, and says whether anything came of it. When not, and when it throws, the part is put back; else it is
+    // shown, and the picture is marked as not recorded. The rectangle of the client to be painted again; none when
+    // nothing changed. After a first change, which may copy the picture, this costs what the part costs.
+    std::optional<QRect> Change(const QRect& part, const std::function<bool(Bitmap&)>& change);
 
     void ForgetAll() override { m_state = {}; }
     void TakeSource(const Bitmap& picture) override { m_state = {picture, {}, false}; }

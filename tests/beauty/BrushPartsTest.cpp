@@ -48,6 +48,16 @@ TEST(BrushPlace, TheMarginIsOnePenToTheLeftAndAboveAndNothingOnTheOtherSides) {
     EXPECT_EQ(StampPlace({100, 320}, 40, 1.0, {400, 300}), std::nullopt);
 }
 
+TEST(BrushPlace, AClickTakesWhatOfThePenLiesInThePictureAndInTheMargin) {
+    EXPECT_EQ(PenPlace({100, 80}, 40, 1.0, {400, 300}), QRect(80, 60, 40, 40));
+    EXPECT_EQ(PenPlace({100, 80}, 40, 0.5, {400, 300}), QRect(160, 120, 80, 80));
+    EXPECT_EQ(PenPlace({390, 295}, 40, 1.0, {400, 300}), QRect(370, 275, 30, 25)) << "it ends with the picture";
+    EXPECT_EQ(PenPlace({20, 20}, 40, 1.0, {400, 300}), QRect(-5, -5, 45, 45));
+    EXPECT_EQ(PenPlace({5, 9}, 40, 2.0, {400, 300}), QRect(-7, -5, 19, 19)) << "cut off towards zero";
+    EXPECT_EQ(PenPlace({100, 80}, 0, 1.0, {400, 300}), std::nullopt);
+    EXPECT_EQ(PenPlace({100, 80}, 1, 1.0, {400, 300}), std::nullopt);
+}
+
 TEST(BrushPlace, TheNextStampComesAfterAQuarterOfTheSide) {
     EXPECT_FALSE(IsFarEnough({0, 0}, {4, 5}, 40));
     EXPECT_TRUE(IsFarEnough({0, 0}, {4, 6}, 40));

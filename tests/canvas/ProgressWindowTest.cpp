@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <QtCore/QElapsedTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QPushButton>
 #include <thread>
 
+#include "CanvasSupport.h"
 #include "CDlgProgressCtrl.h"
 #include "CShowProgress.h"
 #include "Language.h"
 #include "Messages.h"
 #include "RunTask.h"
+#include "SystemMouse.h"
 
 namespace {
 
@@ -210,6 +213,76 @@ TEST(ProgressWindow, InputDuringATaskReachesNothingAndIsNotKeptForLater) {
     EXPECT_TRUE(program.window.isVisible());
     QTest::mouseClick(&program.button, Qt::LeftButton);
     EXPECT_EQ(program.clicks, 1) << "after the task the program works as before";
+}
+
+// A canvas that writes down what the mouse did during a task.
+class KeepingTool : public PlainTool {
+  public:
+    using PlainTool::PlainTool;
+    void KeepInput(const QMouseEvent& event) override { kept.push_back(event.type()); }
+    std::vector<QEvent::Type> kept;
+};
+
+// A canvas beside the program's button.
+struct CanvasInProgram {
+    CanvasInProgram() {
+        tool.Place(QRect(200, 20, 250, 250));
+        tool.show();
+    }
+    std::ptrdiff_t Times(QEvent::Type type) const { return std::count(tool.kept.begin(), tool.kept.end(), type); }
+    // Presses and releases the system's mouse so often at those places of the canvas while a task runs.
+    void UseMouseDuringATask(QPoint press, QPoint release, int times) {
+        SystemMouse mouse;
+        mouse.Move(tool.mapToGlobal(press));
+        mouse.Sync();
+        QTest::qWait(50);
+        CDlgProgressCtrl dialog(&program.window);
+        CShowProgress progress(dialog);
+        RunTask(progress, [&](CObjProgress&) {
+            for (int n = 0; n < times; ++n) {
+                mouse.Press();
+                if (release != press) mouse.Move(tool.mapToGlobal(release));
+                mouse.Release();
+            }
+            mouse.Sync();
+            const auto released = [&] { return Times(QEvent::MouseButtonRelease); };
+            for (int i = 0; i < 500 && SendToMain(released) < times; ++i) Rest(10);
+        });
+    }
+
+    RecordingHost host;
+    Program program;
+    KeepingTool tool{host, &program.window};
+};
+
+TEST(ProgressWindow, OfWhatTheMouseDoesOverItACanvasIsToldOnce) {
+    CanvasInProgram setting;
+    CDlgProgressCtrl dialog(&setting.program.window);
+    CShowProgress progress(dialog);
+    RunTask(progress, [&](CObjProgress&) {
+        SendToMain([&] {
+            QTest::mouseClick(&setting.tool, Qt::LeftButton, {}, {30, 30});
+            QTest::mouseClick(&setting.program.button, Qt::LeftButton);
+        });
+    });
+    EXPECT_EQ(setting.tool.kept, (std::vector{QEvent::MouseButtonPress, QEvent::MouseButtonRelease}));
+    EXPECT_EQ(setting.program.clicks, 0);
+}
+
+// The toolkit hears of the second press twice: as a press of the window, and as a double click of the widget.
+TEST(ProgressWindow, ADoubleClickOfTheSystemsMouseIsTwoClicksToACanvas) {
+    CanvasInProgram setting;
+    setting.UseMouseDuringATask({120, 100}, {120, 100}, 2);
+    EXPECT_EQ(setting.Times(QEvent::MouseButtonPress) + setting.Times(QEvent::MouseButtonDblClick), 2);
+    EXPECT_EQ(setting.Times(QEvent::MouseButtonRelease), 2);
+}
+
+TEST(ProgressWindow, AReleaseElsewhereBelongsToItsPress) {
+    CanvasInProgram setting;
+    setting.UseMouseDuringATask({120, 100}, {-150, 20}, 1);
+    EXPECT_EQ(setting.Times(QEvent::MouseButtonPress), 1);
+    EXPECT_EQ(setting.Times(QEvent::MouseButtonRelease), 1);
+    EXPECT_EQ(setting.program.clicks, 0);
 }
 
 TEST(ProgressWindow, ClosingItAsksToStopAndWaitsForTheWorker) {

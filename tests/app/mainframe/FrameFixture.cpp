@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FrameFixture.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <QtCore/QDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -74,12 +76,30 @@ void AddSmile(Bitmap& picture) {
         }
 }
 
+// A red pupil in the left eye, for the tool that looks for one.
+void AddRedEye(Bitmap& picture) {
+    std::uint8_t* pixels = picture.MutablePixels();
+    const QPoint eye = FrameTest::RedEye();
+    for (int y = eye.y() - 12; y < eye.y() + 12; ++y)
+        for (int x = eye.x() - 12; x < eye.x() + 12; ++x) {
+            const double share = std::clamp(9.5 - std::hypot(x - eye.x(), y - eye.y()), 0.0, 1.0);
+            std::uint8_t* p = pixels + y * picture.Stride() + std::ptrdiff_t{4} * x;
+            const std::array<int, 3> red{42, 30, 214};
+            for (int c = 0; c < 3; ++c) p[c] = static_cast<std::uint8_t>(p[c] + share * (red[c] - p[c]));
+        }
+}
+
 }  // namespace
+
+QPoint FrameTest::RedEye() {
+    return {342, 528};
+}
 
 Bitmap FrameTest::PhotoPixels() {
     static const Bitmap photo = [] {
         Bitmap face = TestPictures::Face(900, 1200);
         AddSmile(face);
+        AddRedEye(face);
         return face;
     }();
     return photo;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <QtCore/QPoint>
 #include <QtCore/QString>
 
 #include "Bitmap.h"
@@ -16,6 +17,10 @@ class QFileDialog;
 // The whole program behind its main window, in the test's own home, with the pictures that a test needs in a folder
 // beside it. Large pictures are opened as they are unless a test sets another choice.
 class FrameTest : public testing::Test {
+  public:
+    // The middle of the red pupil in Photo().
+    static QPoint RedEye();
+
   protected:
     void SetUp() override;
     void TearDown() override;

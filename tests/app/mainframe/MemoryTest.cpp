@@ -26,7 +26,8 @@
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Smooth = 10, Lips = 17;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Smooth = 10, Spots = 11,
+              Circles = 13, RedEye = 15, Lips = 17;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -103,6 +104,14 @@ void PaintAndUndo(CMidWnd& mid) {
     PaintOnce(mid);
     mid.Canvas()->OnUndo();
 }
+void EraseOnce(CMidWnd& mid) {
+    CBaseWnd& canvas = *mid.Canvas();
+    Strokes::Draw(canvas, {canvas.rect().center()}, Qt::AltModifier);
+}
+void ClickRedEye(CMidWnd& mid) {
+    const ViewGeometry& geometry = CanvasOf<CViewWnd>(mid).Geometry();
+    Strokes::Draw(*mid.Canvas(), {geometry.ToClient(QPointF(FrameTest::RedEye())).toPoint()});
+}
 void AddText(CMidWnd& mid) {
     CanvasOf<CWordWnd>(mid).AddText(QStringLiteral("Memory"), {});
 }
@@ -142,6 +151,13 @@ const Act Acts[] = {
     {"directStroke", Smooth, Nothing, PaintOnce},
     {"directValue", Smooth, PaintSmooth, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
     {"undoDirect", Smooth, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"spot", Spots, Nothing, PaintOnce},
+    {"secondSpot", Spots, PaintOnce, PaintOnce, 0},
+    {"undoSpot", Spots, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"circle", Circles, Nothing, PaintOnce},
+    {"erasedCircle", Circles, PaintOnce, EraseOnce, 0},
+    {"redEye", RedEye, Nothing, ClickRedEye},
+    {"toolChangeRepaired", Spots, PaintOnce, [](CMidWnd& mid) { mid.SwitchTool(Circles); }, 0},
     {"undo", Crop, CropOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undoPending", Rotate, TurnOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"undoFaded", Effects, Fade, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},

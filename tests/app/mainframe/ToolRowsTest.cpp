@@ -26,6 +26,11 @@ void PaintOnce(CBaseWnd& canvas) {
     Strokes::Draw(canvas, Strokes::Line(middle - QPoint(60, 20), middle + QPoint(60, 20), 12));
 }
 
+void ClickRedEye(CBaseWnd& canvas) {
+    const ViewGeometry& geometry = static_cast<CViewWnd&>(canvas).Geometry();
+    Strokes::Draw(canvas, {geometry.ToClient(QPointF(FrameTest::RedEye())).toPoint()});
+}
+
 // Something that each tool does to the picture. A tool that is missing here fails the tests below.
 const std::map<int, std::function<void(CBaseWnd&)>> Works{
     {1, [](CBaseWnd& canvas) { static_cast<CAdjustWnd&>(canvas).CommitValue(AdjustIndex::Contrast, 40); }},
@@ -40,7 +45,10 @@ const std::map<int, std::function<void(CBaseWnd&)>> Works{
     {7, [](CBaseWnd& canvas) { static_cast<CEffectWnd&>(canvas).RunLook(5); }},
     {9, PaintOnce},
     {10, PaintOnce},
+    {11, PaintOnce},
+    {13, PaintOnce},
     {14, PaintOnce},
+    {15, ClickRedEye},
     {17, PaintOnce},
     {18, PaintOnce},
 };

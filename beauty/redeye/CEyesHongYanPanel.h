@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "CBrushPanel.h"
+
+// The panel of red eye.
+class CEyesHongYanPanel : public CBrushPanel {
+    Q_OBJECT
+
+  public:
+    // The host must outlive the panel.
+    explicit CEyesHongYanPanel(ToolHost& host, QWidget* parent = nullptr);
+
+  protected:
+    CPenWnd* Brush() const override;
+};
