@@ -5,7 +5,7 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
 
-#include "CBrushWnd.h"
+#include "CPenWnd.h"
 #include "CSliderCtrl.h"
 #include "ValueLabel.h"
 
@@ -26,9 +26,11 @@ void CBrushPanel::OnNotify(const Notify& notify) {
             row.value = Find<QLabel>(QLatin1String(row.valueLabel));
             ShowValueOf(row);
         }
-        m_erase = Find<QAbstractButton>(QLatin1String(m_eraseName));
-        m_penLabel = Find<QWidget>(QLatin1String(m_penLabelName));
-        m_eraseLabel = Find<QWidget>(QLatin1String(m_eraseLabelName));
+        if (*m_eraseName) {
+            m_erase = Find<QAbstractButton>(QLatin1String(m_eraseName));
+            m_penLabel = Find<QWidget>(QLatin1String(m_penLabelName));
+            m_eraseLabel = Find<QWidget>(QLatin1String(m_eraseLabelName));
+        }
         ShowErase(false);
         return OnSkin();
     }
@@ -50,7 +52,7 @@ void CBrushPanel::OnSlider(BrushSlider& row, const Notify& notify) {
 }
 
 void CBrushPanel::OnErase() {
-    CBrushWnd* brush = Brush();
+    CPenWnd* brush = Brush();
     if (brush) brush->SetErase(!brush->IsErasing());
     ShowErase(brush && brush->IsErasing());
 }
@@ -92,7 +94,7 @@ void CBrushPanel::GiveValues() {
 }
 
 void CBrushPanel::Refresh() {
-    CBrushWnd* brush = Brush();
+    CPenWnd* brush = Brush();
     if (!brush) return;
     if (m_known != brush) {
         m_known = brush;

@@ -9,13 +9,13 @@
 #include "CToolPanel.h"
 
 class CBaseWnd;
-class CBrushWnd;
+class CPenWnd;
 class CSliderCtrl;
 class QAbstractButton;
 class QLabel;
 class QWidget;
 
-// Base of the brush tools' panels: sliders with their value labels, the erase button, and the rule of who knows the
+// Base of the panels of the tools with a pen: sliders with their value labels, the erase button, and the rule of who knows the
 // values. A panel gives its values to each new canvas; from then on what the canvas has after a move in the history is
 // shown.
 class CBrushPanel : public CToolPanel {
@@ -44,11 +44,11 @@ class CBrushPanel : public CToolPanel {
     void SetSliders(std::vector<BrushSlider> sliders) { m_sliders = std::move(sliders); }
     // The pen's slider: half the canvas's pen.
     BrushSlider PenSlider(const char* control, const char* valueLabel);
-    // The erase button, and the pen's labels for painting and erasing. Before Create.
+    // The erase button, and the pen's labels for painting and erasing; a tool without them says nothing. Before Create.
     void SetErase(const char* button, const char* penLabel, const char* eraseLabel);
 
     // The canvas of this panel's tool; null while another's is on show.
-    virtual CBrushWnd* Brush() const = 0;
+    virtual CPenWnd* Brush() const = 0;
     // A click on any other control.
     virtual void OnChoice(const Notify&) {}
     // A new canvas: what the sliders do not say. After them.

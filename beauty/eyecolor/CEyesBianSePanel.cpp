@@ -32,7 +32,7 @@ CEyesBianSePanel::CEyesBianSePanel(ToolHost& host, QWidget* parent)
     Create(QLatin1String(EyeColorTool.skin));
 }
 
-CBrushWnd* CEyesBianSePanel::Brush() const {
+CPenWnd* CEyesBianSePanel::Brush() const {
     return CanvasOf<CYanJingBSShowWnd>();
 }
 

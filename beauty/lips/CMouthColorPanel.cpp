@@ -40,7 +40,7 @@ CMouthColorPanel::CMouthColorPanel(ToolHost& host, QWidget* parent)
     Create(QLatin1String(LipTool.skin));
 }
 
-CBrushWnd* CMouthColorPanel::Brush() const {
+CPenWnd* CMouthColorPanel::Brush() const {
     return CanvasOf<CChunCaiShowWnd>();
 }
 

@@ -32,7 +32,7 @@ CPiFuFuSePanel::CPiFuFuSePanel(ToolHost& host, QWidget* parent)
     Create(QLatin1String(TintTool.skin));
 }
 
-CBrushWnd* CPiFuFuSePanel::Brush() const {
+CPenWnd* CPiFuFuSePanel::Brush() const {
     return CanvasOf<CPiFuMBShowWnd>();
 }
 

@@ -13,7 +13,7 @@ class CPiFuFuSePanel : public CBrushPanel {
     explicit CPiFuFuSePanel(ToolHost& host, QWidget* parent = nullptr);
 
   protected:
-    CBrushWnd* Brush() const override;
+    CPenWnd* Brush() const override;
     QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override;
     void OnSkin() override { m_palette.Attach(*this); }
     void OnChoice(const Notify& notify) override { m_palette.OnClick(notify); }

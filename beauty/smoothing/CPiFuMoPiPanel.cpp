@@ -15,7 +15,7 @@ CPiFuMoPiPanel::CPiFuMoPiPanel(ToolHost& host, QWidget* parent) : CBrushPanel(ho
     Create(QLatin1String(SmoothTool.skin));
 }
 
-CBrushWnd* CPiFuMoPiPanel::Brush() const {
+CPenWnd* CPiFuMoPiPanel::Brush() const {
     return CanvasOf<CMoPiWnd>();
 }
 

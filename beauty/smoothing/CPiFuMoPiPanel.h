@@ -14,7 +14,7 @@ class CPiFuMoPiPanel : public CBrushPanel {
     explicit CPiFuMoPiPanel(ToolHost& host, QWidget* parent = nullptr);
 
   protected:
-    CBrushWnd* Brush() const override;
+    CPenWnd* Brush() const override;
 
   private:
     CMoPiWnd* Canvas() const;

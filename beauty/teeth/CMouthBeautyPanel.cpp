@@ -12,7 +12,7 @@ CMouthBeautyPanel::CMouthBeautyPanel(ToolHost& host, QWidget* parent) : CBrushPa
     Create(QLatin1String(TeethTool.skin));
 }
 
-CBrushWnd* CMouthBeautyPanel::Brush() const {
+CPenWnd* CMouthBeautyPanel::Brush() const {
     return CanvasOf<CYaChiMBWnd>();
 }
 

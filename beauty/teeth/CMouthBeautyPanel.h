@@ -14,7 +14,7 @@ class CMouthBeautyPanel : public CBrushPanel {
     explicit CMouthBeautyPanel(ToolHost& host, QWidget* parent = nullptr);
 
   protected:
-    CBrushWnd* Brush() const override;
+    CPenWnd* Brush() const override;
 
   private:
     CYaChiMBWnd* Canvas() const;
