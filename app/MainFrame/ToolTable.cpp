@@ -13,18 +13,24 @@
 #include "CEditXuanZhuan.h"
 #include "CEffectWnd.h"
 #include "CEyesBianSePanel.h"
+#include "CEyesZoomPanel.h"
+#include "CMeiRongMeiYan.h"
+#include "CMeiRongSouShen.h"
 #include "CMoPiWnd.h"
 #include "CMouthBeautyPanel.h"
 #include "CMouthColorPanel.h"
+#include "CMRYiJianMeiYanWnd.h"
 #include "CPiFuFuSePanel.h"
 #include "CPiFuMBShowWnd.h"
 #include "CPiFuMoPiPanel.h"
 #include "CRotateWnd.h"
+#include "CShouLianSSWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
 #include "CWordWnd.h"
 #include "CYaChiMBWnd.h"
 #include "CYanJingBSShowWnd.h"
+#include "CYanJingFDWnd.h"
 
 namespace {
 
@@ -44,9 +50,12 @@ ToolTable BuiltInTools() {
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
         Tool<CWordWnd, CBasePanelText>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
+        Tool<CMRYiJianMeiYanWnd, CMeiRongMeiYan>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
         Tool<CMoPiWnd, CPiFuMoPiPanel>(),
+        Tool<CYanJingFDWnd, CEyesZoomPanel>(),
         Tool<CYanJingBSShowWnd, CEyesBianSePanel>(),
+        Tool<CShouLianSSWnd, CMeiRongSouShen>(),
         Tool<CChunCaiShowWnd, CMouthColorPanel>(),
         Tool<CYaChiMBWnd, CMouthBeautyPanel>(),
     });

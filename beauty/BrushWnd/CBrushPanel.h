@@ -15,9 +15,9 @@ class QAbstractButton;
 class QLabel;
 class QWidget;
 
-// Base of the panels of the tools with a pen: sliders with their value labels, the erase button, and the rule of who knows the
-// values. A panel gives its values to each new canvas; from then on what the canvas has after a move in the history is
-// shown.
+// Base of the panels of the tools with a pen: sliders with their value labels, the erase button, and the rule of who
+// knows the values. A panel gives its values to each new canvas; from then on what the canvas has after a move in the
+// history is shown.
 class CBrushPanel : public CToolPanel {
     Q_OBJECT
 
