@@ -58,7 +58,7 @@ QRect BrushLogic::StampAt(int x, int y, bool force) {
     m_state.working.MutablePixels();
     OnStamp(stamp);
     m_last = place;
-    const double weight = m_erase ? 0.0 : StampWeight();
+    const double weight = IsErasing() ? 0.0 : StampWeight();
     if (!stamp.part.isEmpty()) LayStamp(stamp, m_state.base, m_state.processed, weight, m_state.working);
     m_state.dirty = true;
     return stamp.part;

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
 #include <optional>
 
 #include "BrushMix.h"
 #include "CanvasLogic.h"
+#include "PenTool.h"
 #include "ProgressSpan.h"
-#include "Truncate.h"
 
 // Base of the logic objects of the brush tools: a processed copy of the picture is painted into it with a soft disc. It
 // holds the three full-size pictures - the base as the tool took it, the processed copy, and the working picture that
@@ -15,20 +14,9 @@
 // effect.
 //
 // Base, processed and working picture share pixels until they differ. Transparent pictures are flattened on white.
-class BrushLogic : public CanvasLogic {
+class BrushLogic : public CanvasLogic, public PenTool {
   public:
     const Bitmap& Picture() const final { return m_state.working; }
-
-    // Logical pixels of the screen that the disc covers from side to side, at any zoom; held at 1 and above.
-    void SetPenSize(int pen) { m_pen = std::max(1, pen); }
-    int PenSize() const { return m_pen; }
-    // Physical pixels per logical pixel; 1 at first.
-    void SetScreenScale(double scale) { m_screenScale = scale; }
-    // The pen in physical pixels.
-    int PenPixels() const { return TruncateSide(m_pen * m_screenScale); }
-    // Strokes take the effect away instead of painting it.
-    void SetErase(bool erase) { m_erase = erase; }
-    bool IsErasing() const { return m_erase; }
 
     // Begins a stroke at a place of the client and stamps there. False, and nothing happens, outside the shown part of
     // the picture and without one.
@@ -47,7 +35,7 @@ class BrushLogic : public CanvasLogic {
 
   protected:
     BrushLogic(const ToolFacts& tool, StepStyle style, BrushTip::Shape shape, int pen, CHistoryManager& history)
-        : CanvasLogic(tool, style, history), m_tip(shape), m_pen(pen) {}
+        : CanvasLogic(tool, style, history), PenTool(pen, 1), m_tip(shape) {}
 
     // The tool's effect on a picture of any size.
     virtual void Process(Bitmap& picture, const ProgressSpan& span) const = 0;
@@ -79,8 +67,5 @@ class BrushLogic : public CanvasLogic {
     QRect Show(const QRect& part);
 
     BrushTip m_tip;
-    int m_pen;
-    double m_screenScale = 1.0;
-    bool m_erase = false;
     QPoint m_last;
 };

@@ -38,7 +38,7 @@ void CBrushPanel::OnNotify(const Notify& notify) {
         if (notify.name == QLatin1String(row.control)) return OnSlider(row, notify);
     if (notify.type != u"click") return;
     LeaveCompare();
-    if (notify.name == QLatin1String(m_eraseName)) return OnErase();
+    if (m_erase && notify.name == QLatin1String(m_eraseName)) return OnErase();
     OnChoice(notify);
 }
 

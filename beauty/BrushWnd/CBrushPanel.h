@@ -15,9 +15,9 @@ class QAbstractButton;
 class QLabel;
 class QWidget;
 
-// Base of the panels of the tools with a pen: sliders with their value labels, the erase button, and the rule of who
-// knows the values. A panel gives its values to each new canvas; from then on what the canvas has after a move in the
-// history is shown.
+// Base of the panels of tools with a pen: sliders with their value labels, the erase button, and the rule of who knows
+// the values. A panel gives its values to each new canvas; from then on what the canvas has after a move in the history
+// is shown.
 class CBrushPanel : public CToolPanel {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ class CBrushPanel : public CToolPanel {
     void SetSliders(std::vector<BrushSlider> sliders) { m_sliders = std::move(sliders); }
     // The pen's slider: half the canvas's pen.
     BrushSlider PenSlider(const char* control, const char* valueLabel);
-    // The erase button, and the pen's labels for painting and erasing; a tool without them says nothing. Before Create.
+    // The erase button, and the pen's labels for painting and erasing; for a tool that erases. Before Create.
     void SetErase(const char* button, const char* penLabel, const char* eraseLabel);
 
     // The canvas of this panel's tool; null while another's is on show.

@@ -3,15 +3,6 @@
 
 #include "WithinMemory.h"
 
-void CBrushWnd::SetErase(bool erase) {
-    CPenWnd::SetErase(erase);
-    m_brush.SetErase(erase);
-}
-
-void CBrushWnd::Follow(const StrokePoint& at) {
-    m_brush.SetErase(IsErasing() || at.modifiers.testFlag(Qt::AltModifier));
-}
-
 bool CBrushWnd::BeginStroke(const StrokePoint& at) {
     Follow(at);
     bool begun = false;

@@ -2,25 +2,16 @@
 #pragma once
 
 #include "BrushLogic.h"
-#include "CPenWnd.h"
+#include "CDiscWnd.h"
 
-// Base of the brush canvases: strokes of the left button. Alt erases while it is held.
-class CBrushWnd : public CPenWnd {
+// Base of the brush canvases: strokes of the left button.
+class CBrushWnd : public CDiscWnd {
     Q_OBJECT
-
-  public:
-    int PenSize() const override { return m_brush.PenSize(); }
-    // Strokes take the effect away.
-    void SetErase(bool erase) override;
 
   protected:
     // `logic` is a member of the derived class.
     CBrushWnd(ToolHost& host, const ToolFacts& tool, BrushLogic& logic, QWidget* parent)
-        : CPenWnd(host, tool, logic, parent), m_brush(logic) {}
-
-    void TakePenSize(int pen) override { m_brush.SetPenSize(pen); }
-    void TakeScreenScale(double scale) override { m_brush.SetScreenScale(scale); }
-    int PenPixels() const override { return m_brush.PenPixels(); }
+        : CDiscWnd(host, tool, logic, logic, parent), m_brush(logic) {}
 
     bool BeginStroke(const StrokePoint& at) override;
     void MoveStroke(const StrokePoint& at) override;
@@ -28,7 +19,5 @@ class CBrushWnd : public CPenWnd {
     void EndStroke(StrokeEnd how) override;
 
   private:
-    void Follow(const StrokePoint& at);
-
     BrushLogic& m_brush;
 };

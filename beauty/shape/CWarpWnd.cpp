@@ -54,33 +54,33 @@ void CWarpWnd::Settle() {
 Bitmap CWarpWnd::GetShowBitmap() {
     if (m_warp.HasWaiting())
         Host().RunTask([this](CObjProgress& progress) { m_warp.WaitForWorker({&progress, 0, 100}); });
-    return CPenWnd::GetShowBitmap();
+    return CDiscWnd::GetShowBitmap();
 }
 
 // On a worker too.
 void CWarpWnd::OnApply() {
     m_warp.EndStroke({});
-    CPenWnd::OnApply();
+    CDiscWnd::OnApply();
 }
 
 void CWarpWnd::OnUndo() {
     Settle();
-    CPenWnd::OnUndo();
+    CDiscWnd::OnUndo();
 }
 
 void CWarpWnd::OnRedo() {
     Settle();
-    CPenWnd::OnRedo();
+    CDiscWnd::OnRedo();
 }
 
 void CWarpWnd::OnRevert() {
     Settle();
-    CPenWnd::OnRevert();
+    CDiscWnd::OnRevert();
 }
 
 void CWarpWnd::OnHistoryJump(int row) {
     Settle();
-    CPenWnd::OnHistoryJump(row);
+    CDiscWnd::OnHistoryJump(row);
 }
 
 bool CWarpWnd::Waits(const std::function<void()>& act) {
@@ -90,29 +90,29 @@ bool CWarpWnd::Waits(const std::function<void()>& act) {
 }
 
 void CWarpWnd::FitToWindow() {
-    if (!Waits([this] { FitToWindow(); })) CPenWnd::FitToWindow();
+    if (!Waits([this] { FitToWindow(); })) CDiscWnd::FitToWindow();
 }
 
 void CWarpWnd::ZoomToPercent(int percent) {
-    if (!Waits([=, this] { ZoomToPercent(percent); })) CPenWnd::ZoomToPercent(percent);
+    if (!Waits([=, this] { ZoomToPercent(percent); })) CDiscWnd::ZoomToPercent(percent);
 }
 
 void CWarpWnd::ZoomOut() {
-    if (!Waits([this] { ZoomOut(); })) CPenWnd::ZoomOut();
+    if (!Waits([this] { ZoomOut(); })) CDiscWnd::ZoomOut();
 }
 
 void CWarpWnd::ZoomIn() {
-    if (!Waits([this] { ZoomIn(); })) CPenWnd::ZoomIn();
+    if (!Waits([this] { ZoomIn(); })) CDiscWnd::ZoomIn();
 }
 
 void CWarpWnd::ZoomActualSize() {
-    if (!Waits([this] { ZoomActualSize(); })) CPenWnd::ZoomActualSize();
+    if (!Waits([this] { ZoomActualSize(); })) CDiscWnd::ZoomActualSize();
 }
 
 void CWarpWnd::ZoomFit() {
-    if (!Waits([this] { ZoomFit(); })) CPenWnd::ZoomFit();
+    if (!Waits([this] { ZoomFit(); })) CDiscWnd::ZoomFit();
 }
 
 void CWarpWnd::LayoutChildren(int cx, int cy) {
-    if (!Waits([=, this] { LayoutChildren(cx, cy); })) CPenWnd::LayoutChildren(cx, cy);
+    if (!Waits([=, this] { LayoutChildren(cx, cy); })) CDiscWnd::LayoutChildren(cx, cy);
 }

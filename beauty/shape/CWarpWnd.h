@@ -4,21 +4,20 @@
 #include <functional>
 #include <vector>
 
-#include "CPenWnd.h"
+#include "CDiscWnd.h"
 #include "WarpLogic.h"
 
 // Base of the canvases of the tools that push pixels about. A stroke ends as a task with the progress window, where Esc
 // keeps what is done by then; Esc while the hand still holds takes the stroke back. Everything that needs the result
 // waits for it. A zoom, a fit or another size of the window waits for the end of a stroke that is held, since what the
 // hand sees belongs to the view as it stood at the press.
-class CWarpWnd : public CPenWnd {
+class CWarpWnd : public CDiscWnd {
     Q_OBJECT
 
   public:
     // Percent, for the panel on the main thread.
     void SetStrength(int percent) { m_warp.SetStrength(percent); }
     int Strength() const { return m_warp.Strength(); }
-    int PenSize() const override { return m_warp.Brush(); }
 
     Bitmap GetShowBitmap() override;
     void OnApply() override;
@@ -38,11 +37,7 @@ class CWarpWnd : public CPenWnd {
   protected:
     // `logic` is a member of the derived class.
     CWarpWnd(ToolHost& host, const ToolFacts& tool, WarpLogic& logic, QWidget* parent)
-        : CPenWnd(host, tool, logic, parent), m_warp(logic) {}
-
-    void TakePenSize(int pen) override { m_warp.SetBrush(pen); }
-    void TakeScreenScale(double scale) override { m_warp.SetScreenScale(scale); }
-    int PenPixels() const override { return m_warp.BrushPixels(); }
+        : CDiscWnd(host, tool, logic, logic, parent), m_warp(logic) {}
 
     void OnPictureTaken() override;
     bool BeginStroke(const StrokePoint& at) override;

@@ -11,8 +11,8 @@
 
 namespace {
 
-// How far what moves reaches beyond the brush, so that the ring on the screen lies inside of it.
-constexpr int Beyond = 10;
+// What a radius has more than the pen's pixels, so that the smallest pens move something.
+constexpr int MoreThanPen = 10;
 
 void CopyPart(Bitmap& target, const Bitmap& source, const QRect& part) {
     const std::ptrdiff_t at = std::ptrdiff_t{4} * part.x();
@@ -25,8 +25,8 @@ void CopyPart(Bitmap& target, const Bitmap& source, const QRect& part) {
 
 WarpLogic::WarpLogic(const ToolFacts& tool, CWarpField::Mode mode, Defaults defaults, CHistoryManager& history)
     : CanvasLogic(tool, StepStyle::OnePerCommit, history),
+      PenTool(defaults.pen, 1),
       m_mode(mode),
-      m_brush(defaults.brush),
       m_strength(defaults.strength),
       m_queue([this](const WarpEntry& entry) { Work(entry); }) {}
 
@@ -60,12 +60,8 @@ Bitmap WarpLogic::RenderResult() {
     return Picture();
 }
 
-int WarpLogic::BrushPixels() const {
-    return TruncateSide(m_brush * m_screenScale);
-}
-
 int WarpLogic::ViewRadius() const {
-    return TruncateSide((m_brush + Beyond) * m_screenScale);
+    return PenPixels() + MoreThanPen;
 }
 
 int WarpLogic::ImageRadius() const {
@@ -74,12 +70,12 @@ int WarpLogic::ImageRadius() const {
 
 std::optional<WarpLogic::Place> WarpLogic::PlaceAt(QPoint client) const {
     const ViewGeometry geometry = Geometry();
-    const int brush = BrushPixels();
-    const auto corner = StampPlace(client - geometry.ViewOffset(), brush, geometry.Zoom(), ImageSize());
+    const int pen = PenPixels();
+    const auto corner = StampPlace(client - geometry.ViewOffset(), pen, geometry.Zoom(), ImageSize());
     if (!corner) return std::nullopt;
-    const int half = Truncate(brush / 2 / geometry.Zoom());
+    const int half = Truncate(pen / 2 / geometry.Zoom());
     QPoint image = *corner + QPoint(half, half);
-    // A hand on the picture is in it, also where the corner of its brush was moved outwards at the edge.
+    // A hand on the picture is in it, also where the corner of its pen was moved outwards at the edge.
     if (geometry.ScreenRect().contains(client))
         image = {std::clamp(image.x(), 0, ImageSize().width() - 1), std::clamp(image.y(), 0, ImageSize().height() - 1)};
     return Place{client - geometry.ScreenRect().topLeft(), image};

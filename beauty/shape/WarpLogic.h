@@ -6,6 +6,7 @@
 
 #include "CanvasLogic.h"
 #include "CWarpField.h"
+#include "PenTool.h"
 #include "ProgressSpan.h"
 #include "WarpQueue.h"
 
@@ -16,25 +17,19 @@
 // press; the same places wait for the picture, and are worked on a thread of their own when the stroke ends. Each
 // stroke is a step with a snapshot; a move in the history begins a new field.
 //
-// Transparent pictures are flattened on white.
-class WarpLogic : public CanvasLogic {
+// Transparent pictures are flattened on white. Nothing is erased.
+class WarpLogic : public CanvasLogic, public PenTool {
   public:
     // The picture as far as its places were worked.
     const Bitmap& Picture() const final;
     // The same with all of them worked.
     Bitmap RenderResult() override;
 
-    // Logical pixels of the screen that the brush covers from side to side, at any zoom; held at 1 and above.
-    void SetBrush(int size) { m_brush = std::max(1, size); }
-    int Brush() const { return m_brush; }
     // Percent; places that the hand was at before keep theirs.
     void SetStrength(int percent) { m_strength = percent; }
     int Strength() const { return m_strength; }
-    // Physical pixels per logical pixel; 1 at first.
-    void SetScreenScale(double scale) { m_screenScale = scale; }
-    // The brush in physical pixels.
-    int BrushPixels() const;
-    // The radius of what moves, which reaches a little beyond the brush: in pixels of the view and of the picture.
+    // The radius of what moves, about twice that of the pen, since a push is felt only well inside of it: in pixels of
+    // the view, and of the picture.
     int ViewRadius() const;
     int ImageRadius() const;
 
@@ -68,7 +63,7 @@ class WarpLogic : public CanvasLogic {
 
   protected:
     struct Defaults {
-        int brush;
+        int pen;
         int strength;
     };
     WarpLogic(const ToolFacts& tool, CWarpField::Mode mode, Defaults defaults, CHistoryManager& history);
@@ -110,9 +105,7 @@ class WarpLogic : public CanvasLogic {
     };
 
     const CWarpField::Mode m_mode;
-    int m_brush;
     int m_strength;
-    double m_screenScale = 1.0;
     State m_state;
     std::optional<Stroke> m_stroke;
     std::optional<CWarpField> m_preview;  // while a stroke lasts

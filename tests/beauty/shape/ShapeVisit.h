@@ -44,13 +44,13 @@ class ShapeVisit {
     bool PressTwin(QPoint client) {
         m_last.reset();
         if (m_drags) return false;
-        const auto at = PlainPlace(client, m_tool.Geometry(), m_tool.Brush());
+        const auto at = PlainPlace(client, m_tool.Geometry(), m_tool.PenSize());
         if (at) Push(*at, {0, 0}, CWarpField::Grow);
         return at.has_value();
     }
     bool MoveTwin(QPoint client) {
         if (!m_drags) return false;
-        const auto at = PlainPlace(client, m_tool.Geometry(), m_tool.Brush());
+        const auto at = PlainPlace(client, m_tool.Geometry(), m_tool.PenSize());
         const QPoint from = at ? m_last.value_or(*at) : QPoint();
         m_last = at;
         if (at) Push(*at, from, CWarpField::Move);
@@ -71,7 +71,7 @@ class ShapeVisit {
 
   private:
     void Push(QPoint to, QPoint from, int mode) {
-        m_plain->SetRadius(std::max(2, static_cast<int>((m_tool.Brush() + 10) / m_tool.Geometry().Zoom() + 0.5)));
+        m_plain->SetRadius(std::max(2, static_cast<int>((m_tool.PenSize() + 10) / m_tool.Geometry().Zoom() + 0.5)));
         m_plain->amount = m_tool.Strength() / 100.0;
         m_plain->Deform(to.x(), to.y(), from.x(), from.y(), mode);
     }

@@ -19,7 +19,7 @@ class Shape : public testing::Test {
         for (WarpLogic* tool : {static_cast<WarpLogic*>(&slim), static_cast<WarpLogic*>(&eye)}) {
             tool->SetViewSize(200, 150);
             tool->SetSource(picture);
-            tool->SetBrush(40);
+            tool->SetPenSize(40);
         }
         slimTwin.Take(picture);
         eyeTwin.Take(picture);
@@ -46,15 +46,15 @@ class Shape : public testing::Test {
 
 TEST_F(Shape, BothBeginWithTheirOwnBrush) {
     CShouLianSSLogic freshSlim(history);
-    EXPECT_EQ(freshSlim.Brush(), 100);
+    EXPECT_EQ(freshSlim.PenSize(), 100);
     EXPECT_EQ(freshSlim.Strength(), 20);
     CYanJingFDLogic freshEye(history);
-    EXPECT_EQ(freshEye.Brush(), 60);
+    EXPECT_EQ(freshEye.PenSize(), 60);
     EXPECT_EQ(freshEye.Strength(), 30);
 }
 
 TEST_F(Shape, TheBrushKeepsItsSizeOnTheScreen) {
-    slim.SetBrush(90);
+    slim.SetPenSize(90);
     EXPECT_EQ(slim.ViewRadius(), 100);
     EXPECT_EQ(slim.ImageRadius(), 100);
     slim.SetZoom(0.5);
@@ -63,10 +63,10 @@ TEST_F(Shape, TheBrushKeepsItsSizeOnTheScreen) {
     EXPECT_EQ(slim.ViewRadius(), 100);
     EXPECT_EQ(slim.ImageRadius(), 67) << "66.67, rounded";
     slim.SetScreenScale(2.0);
-    EXPECT_EQ(slim.BrushPixels(), 180);
-    EXPECT_EQ(slim.ViewRadius(), 200);
-    slim.SetBrush(-3);
-    EXPECT_EQ(slim.Brush(), 1);
+    EXPECT_EQ(slim.PenPixels(), 180);
+    EXPECT_EQ(slim.ViewRadius(), 190);
+    slim.SetPenSize(-3);
+    EXPECT_EQ(slim.PenSize(), 1);
     slim.SetScreenScale(1.0);
     slim.SetZoom(4.0);
     EXPECT_GE(slim.ImageRadius(), 2);
@@ -171,12 +171,12 @@ TEST_F(Shape, ABrushThatIsChangedInAStrokeCountsFromThereOn) {
     const auto places = Drag(60, 50, 9);
     ASSERT_TRUE(slim.BeginStroke(places.front()));
     for (std::size_t i = 1; i < places.size(); ++i) {
-        if (i == 4) slim.SetBrush(80);
+        if (i == 4) slim.SetPenSize(80);
         if (i == 7) slim.SetStrength(90);
         slim.MoveStroke(places[i]);
         slimTwin.MoveTwin(places[i]);
     }
-    slim.SetBrush(10);
+    slim.SetPenSize(10);
     slim.SetStrength(1);
     EXPECT_TRUE(slim.EndStroke({}));
     EXPECT_TRUE(slim.Picture() == slimTwin.Expected());
@@ -338,7 +338,7 @@ TEST_F(Shape, WithoutMemoryForTheFieldStrokesAreRefusedUntilThereIsSome) {
 }
 
 TEST_F(Shape, WithoutMemoryForAPlaceTheNextOneGoesAllTheWay) {
-    slim.SetBrush(60);
+    slim.SetPenSize(60);
     ASSERT_TRUE(slim.BeginStroke(At(40, 40)));
     slim.MoveStroke(At(40, 40));
     slimTwin.MoveTwin(At(40, 40));

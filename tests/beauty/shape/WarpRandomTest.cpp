@@ -39,7 +39,7 @@ class Session {
                 Tool().PanBy(Draw(-60, 60), Draw(-60, 60));
                 break;
             case 3:
-                Tool().SetBrush(Draw(1, 90));
+                Tool().SetPenSize(Draw(1, 90));
                 Tool().SetStrength(Draw(0, 100));
                 break;
             case 4:

@@ -57,7 +57,7 @@ class Seen : public testing::TestWithParam<double> {
 TEST_P(Seen, ADragIsSavedAsItWasSeen) {
     CShouLianSSLogic slim(history);
     ASSERT_NO_FATAL_FAILURE(Begin(slim));
-    slim.SetBrush(GetParam() < 0.2 ? 30 : 80);
+    slim.SetPenSize(GetParam() < 0.2 ? 30 : 80);
     slim.SetStrength(60);
     const QPoint middle = slim.Geometry().ScreenRect().center();
     EXPECT_LT(Drag(slim, middle - QPoint(30, 10), middle + QPoint(25, 10), 40), 2.0);
@@ -69,7 +69,7 @@ TEST_P(Seen, ADragIsSavedAsItWasSeen) {
 TEST_P(Seen, ClicksAreSavedAsTheyWereSeen) {
     CYanJingFDLogic eye(history);
     ASSERT_NO_FATAL_FAILURE(Begin(eye));
-    eye.SetBrush(GetParam() < 0.2 ? 30 : 80);
+    eye.SetPenSize(GetParam() < 0.2 ? 30 : 80);
     eye.SetStrength(100);
     const QRect place = eye.Geometry().ScreenRect();
     for (const QPoint at : {place.center(), place.center() + QPoint(9, 4), place.topLeft() + QPoint(12, 15)}) {

@@ -43,7 +43,7 @@ TEST(ShapeStress, TwoThousandStrokes) {
         WarpLogic& tool = onSlim ? static_cast<WarpLogic&>(*slim) : *eye;
         if (stroke % 11 == 3) tool.SetZoom(0.5 + stroke % 7 * 0.4);
         if (stroke % 37 == 0) tool.FitToWindow();
-        tool.SetBrush(6 + stroke % 30);
+        tool.SetPenSize(6 + stroke % 30);
         tool.SetStrength(20 + stroke % 60);
         const QRect place = tool.Geometry().ScreenRect();
         const QPoint at(place.left() + stroke * 13 % place.width(), place.top() + stroke * 7 % place.height());
