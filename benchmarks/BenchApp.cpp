@@ -160,6 +160,14 @@ static const BenchCase memoryBrush("memory.brush", [](BenchReport& report) {
                "6 bitmaps of 96 MB + 120 MB", Allowed);
 });
 
+static const BenchCase memoryWarp("memory.warp", [](BenchReport& report) {
+    NeedWindows();
+    const Folder folder;
+    constexpr double Allowed = 4 * 96.0 + 120;
+    report.Add("memory.warp", Size24.Megapixels(), PeakOfTour({folder.Jpeg(), QStringLiteral("warp")}),
+               "4 bitmaps of 96 MB + 120 MB", Allowed);
+});
+
 static const BenchCase memoryResize("memory.resize", [](BenchReport& report) {
     NeedWindows();
     const Folder folder;

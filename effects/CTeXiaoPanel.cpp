@@ -1,20 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CTeXiaoPanel.h"
 
-#include "AppPaths.h"
 #include "CEffectLogic.h"
 #include "EffectCatalogue.h"
 
 namespace {
-
-// Without a thumbnail of its own an effect shows nothing but the picture.
-QString OverlayAttributes(const QString& thumbnail) {
-    if (thumbnail.isEmpty()) return {};
-    return QStringLiteral("file='%1' dest='0,0,%2,%3' ")
-        .arg(ResourcePath(QStringLiteral("I18N/Images/EffectBk/") + thumbnail))
-        .arg(CLookListPanel::ThumbnailSize.width())
-        .arg(CLookListPanel::ThumbnailSize.height());
-}
 
 class EffectTable : public LookTable {
   public:
@@ -27,7 +17,7 @@ class EffectTable : public LookTable {
     std::vector<int> LooksOf(int category) const override { return EffectsOfCategory(category); }
     LookInfo Info(int look) const override {
         const CEffectInfo info = GetEffectInfo(look);
-        return {info.Name, info.Colour, OverlayAttributes(info.Thumbnail)};
+        return {info.Name, info.Colour, CLookListPanel::OverlayAttributes(info.Thumbnail)};
     }
     bool Render(Bitmap& thumbnail, int look) const override { return CEffectLogic::RenderThumbnail(&thumbnail, look); }
 

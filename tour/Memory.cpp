@@ -58,3 +58,14 @@ double TourBrushMemory(const QString& picture) {
     Driver::DragSlider(QStringLiteral("SliderMouthColorAlpha"), 80);
     return CHistoryManager::Instance().m_count == 2 ? PeakOfThisProcess() : 0;
 }
+
+double TourWarpMemory(const QString& picture) {
+    Stage stage(QStringLiteral("1033"));
+    CMainFrameWnd& frame = stage.Open(picture);
+    Driver::Click(QStringLiteral("btnMeiRong"));
+    Driver::Click(QStringLiteral("BtnSouShen"));
+    QWidget* canvas = frame.Mid().Canvas();
+    const QPoint middle = canvas->rect().center();
+    Strokes::Draw(*canvas, Strokes::Line(middle - QPoint(60, 20), middle + QPoint(60, 20), 40));
+    return CHistoryManager::Instance().m_count == 2 ? PeakOfThisProcess() : 0;
+}

@@ -12,3 +12,5 @@ double TourMemory(const QString& picture);
 double TourResizeMemory(const QString& picture, QSize size);
 // The same for the lip brush: ten strokes, and its strength moved. 0 when the strokes did not arrive.
 double TourBrushMemory(const QString& picture);
+// The same for slimming: one stroke of forty moves. 0 when it did not arrive.
+double TourWarpMemory(const QString& picture);

@@ -63,9 +63,33 @@ void PaintAcross(CMainFrameWnd& frame, double height) {
     Strokes::Draw(*canvas, Strokes::Line(middle - QPoint(28, 0), middle + QPoint(28, 0), 20));
 }
 
+// A look of beauty in force, and the two tools that push: a cheek slimmed, an eye enlarged.
+void KeepShape(CMainFrameWnd& frame, const Album& album) {
+    Driver::WaitForRows(QStringLiteral("ListViewBeauty"), 8);
+    Driver::ClickRow(QStringLiteral("ListViewBeauty"), 4);
+    Driver::DragSlider(QStringLiteral("SliderSetAlpha"), 85);
+    album.Keep(frame, QStringLiteral("beauty-looks"));
+    Driver::Click(QStringLiteral("BtnSouShen"));
+    CBaseWnd* canvas = frame.Mid().Canvas();
+    QRectF source;
+    QRect place;
+    canvas->GetViewRects(&source, &place);
+    const auto at = [&](double x, double y) {
+        return place.topLeft() + QPoint(static_cast<int>(place.width() * x), static_cast<int>(place.height() * y));
+    };
+    Strokes::Draw(*canvas, Strokes::Line(at(0.31, 0.6), at(0.34, 0.59), 12));
+    album.Keep(frame, QStringLiteral("beauty-slim"));
+    Driver::Click(QStringLiteral("BtnEyes"));
+    Driver::Click(QStringLiteral("BtnEyesZoom"));
+    canvas = frame.Mid().Canvas();
+    Strokes::Draw(*canvas, {at(0.42, 0.44), at(0.42, 0.44)});
+    album.Keep(frame, QStringLiteral("beauty-enlarge"));
+}
+
 // The beauty tools' panels, each with a stroke of its brush.
 void KeepBeauty(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("btnMeiRong"));
+    KeepShape(frame, album);
     Driver::Click(QStringLiteral("BtnPiFu"));
     Driver::Click(QStringLiteral("BtnFuSe"));
     album.Keep(frame, QStringLiteral("beauty-tone"));

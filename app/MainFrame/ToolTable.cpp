@@ -15,15 +15,20 @@
 #include "CEyesBianSePanel.h"
 #include "CEyesHeiYanPanel.h"
 #include "CEyesHongYanPanel.h"
+#include "CEyesZoomPanel.h"
+#include "CMeiRongMeiYan.h"
+#include "CMeiRongSouShen.h"
 #include "CMoPiWnd.h"
 #include "CMouthBeautyPanel.h"
 #include "CMouthColorPanel.h"
+#include "CMRYiJianMeiYanWnd.h"
 #include "CPiFuFuSePanel.h"
 #include "CPiFuMBShowWnd.h"
 #include "CPiFuMoPiPanel.h"
 #include "CPiFuQuBanPanel.h"
 #include "CQuDouQBShowWnd.h"
 #include "CRotateWnd.h"
+#include "CShouLianSSWnd.h"
 #include "CSizeWnd.h"
 #include "CTeXiaoPanel.h"
 #include "CWordWnd.h"
@@ -31,6 +36,7 @@
 #include "CXiaoChuHYWnd.h"
 #include "CYaChiMBWnd.h"
 #include "CYanJingBSShowWnd.h"
+#include "CYanJingFDWnd.h"
 
 namespace {
 
@@ -50,12 +56,15 @@ ToolTable BuiltInTools() {
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
         Tool<CWordWnd, CBasePanelText>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
+        Tool<CMRYiJianMeiYanWnd, CMeiRongMeiYan>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
         Tool<CMoPiWnd, CPiFuMoPiPanel>(),
         Tool<CQuDouQBShowWnd, CPiFuQuBanPanel>(),
+        Tool<CYanJingFDWnd, CEyesZoomPanel>(),
         Tool<CXiaoChuHYQShowWnd, CEyesHeiYanPanel>(),
         Tool<CYanJingBSShowWnd, CEyesBianSePanel>(),
         Tool<CXiaoChuHYWnd, CEyesHongYanPanel>(),
+        Tool<CShouLianSSWnd, CMeiRongSouShen>(),
         Tool<CChunCaiShowWnd, CMouthColorPanel>(),
         Tool<CYaChiMBWnd, CMouthBeautyPanel>(),
     });

@@ -57,6 +57,8 @@ struct Window {
     int Columns() const { return right - left + 1; }
     int Rows() const { return bottom - top + 1; }
 
+    std::size_t Pairs() const { return std::size_t(Columns()) * Rows(); }
+
     // What of a row lies in the disc. There k < radius, which is xi^2 + yi^2 < R^2.
     Span RowSpan(int yi) const {
         const std::int64_t rest = square - std::int64_t{yi} * yi;
@@ -68,6 +70,22 @@ struct Window {
                 static_cast<int>(std::min<std::int64_t>(reach, right))};
     }
 };
+
+int HeldRadius(int r) {
+    return r < 2 ? 1 : std::min(r, CWarpField::MaxRadius);
+}
+
+// The parts of a stroke, none longer than half a radius: body(x, y, dx, dy) for each, with what it pushes by, which is
+// the way back, since the field leads from the output to its source.
+template <class Body>
+void ForParts(int x1, int y1, int x0, int y0, int radius, const Body& body) {
+    double dx = x1 - x0, dy = y1 - y0;
+    const int parts = 1 + Truncate(2.0 * std::sqrt(dx * dx + dy * dy) / radius);
+    dx /= parts;
+    dy /= parts;
+    double x = x0 + dx, y = y0 + dy;
+    for (int i = 0; i < parts; ++i, x += dx, y += dy) body(Truncate(x), Truncate(y), -dx, -dy);
+}
 
 }  // namespace
 
@@ -83,7 +101,7 @@ float* CWarpField::Scratch::OfPairs(std::size_t count) {
 }
 
 void CWarpField::SetRadius(int r) {
-    const int radius = r < 2 ? 1 : std::min(r, MaxRadius);
+    const int radius = HeldRadius(r);
     if (radius == m_radius) return;
     m_fallOff = FallOffOf(radius);
     m_radius = radius;
@@ -110,8 +128,7 @@ bool CWarpField::Deform(int x1, int y1, int x0, int y0, int mode) {
         amount = -amount;
         mode = Shrink;
     }
-    const auto inside = [](int v, int length) { return v >= 0 && v < length; };
-    if (!inside(x1, Width()) || !inside(x0, Width()) || !inside(y1, Height()) || !inside(y0, Height())) return false;
+    if (!Contains(x1, y1) || !Contains(x0, y0)) return false;
     if (mode < Grow || mode > SwirlRight) return false;
     m_activeAmount = amount;
     m_activeRadius = m_radius;
@@ -120,21 +137,31 @@ bool CWarpField::Deform(int x1, int y1, int x0, int y0, int mode) {
         ApplyAt(m_output, x1, y1, amount, amount);
         return true;
     }
-    double dx = x1 - x0, dy = y1 - y0;
-    const int steps = 1 + Truncate(2.0 * std::sqrt(dx * dx + dy * dy) / m_radius);
-    dx /= steps;
-    dy /= steps;
-    double x = x0 + dx, y = y0 + dy;
-    for (int i = 0; i < steps; ++i, x += dx, y += dy) ApplyAt(m_output, Truncate(x), Truncate(y), -dx, -dy);
+    ForParts(x1, y1, x0, y0, m_radius, [&](int x, int y, double dx, double dy) { ApplyAt(m_output, x, y, dx, dy); });
     return true;
 }
 
+void CWarpField::Reserve(int x1, int y1, int x0, int y0, int mode, int radius) {
+    if (!Contains(x1, y1) || !Contains(x0, y0)) return;
+    m_output.MutablePixels();
+    const int held = HeldRadius(radius);
+    const auto reserve = [&](int x, int y, double, double) {
+        const Window window(x, y, held, Width(), Height());
+        m_field.Open(x + window.left, y + window.top, x + window.right, y + window.bottom);
+        m_scratch.OfPairs(window.Pairs());
+    };
+    if (mode == Move)
+        ForParts(x1, y1, x0, y0, held, reserve);
+    else
+        reserve(x1, y1, 0.0, 0.0);
+}
+
 void CWarpField::ApplyAt(Bitmap& output, int x, int y, double dx, double dy) {
-    if (m_radius == 0 || x < 0 || x >= Width() || y < 0 || y >= Height()) return;
+    if (m_radius == 0 || !Contains(x, y)) return;
     const Window window(x, y, m_activeRadius, Width(), Height());
     // All that can fail comes before anything changes.
     m_field.Open(x + window.left, y + window.top, x + window.right, y + window.bottom);
-    float* const scratch = m_scratch.OfPairs(std::size_t(window.Columns()) * window.Rows());
+    float* const scratch = m_scratch.OfPairs(window.Pairs());
     std::uint8_t* const pixels = output.MutablePixels();
     WarpStep step;
     step.field = m_field.View();

@@ -40,6 +40,10 @@ class CWarpField {
     // when it is refused: no amount, a point outside of the picture, no such mode, no picture or no radius.
     bool Deform(int x1, int y1, int x0, int y0, int mode);
 
+    // Makes the memory that such a Deform with this radius would need, so that it cannot fail afterwards. Nothing for
+    // what would be refused. Throws std::bad_alloc.
+    void Reserve(int x1, int y1, int x0, int y0, int mode, int radius);
+
     // The inner step about (x, y) with the radius, amount and mode of the last Deform: displaces by (dx, dy) (of Move
     // only) and samples into `output`, which has the picture's size. Nothing for a point outside.
     void ApplyAt(Bitmap& output, int x, int y, double dx, double dy);
@@ -58,6 +62,8 @@ class CWarpField {
     std::size_t FieldBytes() const { return m_field.ByteCount(); }
 
   private:
+    bool Contains(int x, int y) const { return x >= 0 && x < Width() && y >= 0 && y < Height(); }
+
     // Scratch of one step: pairs of the window, clipped to the picture.
     class Scratch {
       public:

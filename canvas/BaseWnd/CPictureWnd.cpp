@@ -62,8 +62,12 @@ void CPictureWnd::TakeUpSource() {
     Redraw(Paint::Later);
 }
 
+QString CPictureWnd::LeaveClick() const {
+    return QLatin1String(m_facts.leaveClick);
+}
+
 void CPictureWnd::OnApply() {
-    const QString click = QLatin1String(m_facts.leaveClick);
+    const QString click = LeaveClick();
     if (!click.isEmpty() && IsImageChanged()) CountClick(click);
     SetZoom(Geometry().Zoom());
     m_pictureLogic.Apply();

@@ -23,8 +23,11 @@ class CPictureWnd : public CViewWnd {
     std::function<void()> Remember() override;
 
   protected:
-    // `logic` is a member of the derived class. Its click code is counted when the tool is left with a changed picture.
+    // `logic` is a member of the derived class.
     CPictureWnd(ToolHost& host, const ToolFacts& tool, CanvasLogic& logic, QWidget* parent);
+
+    // The click that is counted when the tool is left with a changed picture, empty for none; that of the facts here.
+    virtual QString LeaveClick() const;
 
     // A picture came into the logic from outside: opened, entered, or by a move in the history. Before it is painted;
     // on a worker too.

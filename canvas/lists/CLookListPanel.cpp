@@ -45,6 +45,14 @@ CLookListPanel::~CLookListPanel() {
     delete m_strength;
 }
 
+QString CLookListPanel::OverlayAttributes(const QString& name) {
+    if (name.isEmpty()) return {};
+    return QStringLiteral("file='%1' dest='0,0,%2,%3' ")
+        .arg(ResourcePath(QStringLiteral("I18N/Images/EffectBk/") + name))
+        .arg(ThumbnailSize.width())
+        .arg(ThumbnailSize.height());
+}
+
 QWidget* CLookListPanel::CreateControl(const QString& className, QWidget* parent, const QString&) {
     if (className == u"CCoverButton") return new CCoverButton(parent);
     for (const LookCategory& category : m_table.Categories()) {

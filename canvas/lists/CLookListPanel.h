@@ -34,6 +34,10 @@ class CLookListPanel : public CToolPanel {
 
     ~CLookListPanel() override;
 
+    // What lays a picture of the folder I18N/Images/EffectBk over a thumbnail; for an empty name nothing but the
+    // picture is shown.
+    static QString OverlayAttributes(const QString& name);
+
     void OnFrameMessage(const FrameMessage& message) override;
 
     // The category on show, and whether its list has all its rows.

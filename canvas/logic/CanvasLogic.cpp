@@ -144,6 +144,15 @@ void CanvasLogic::ShowValues() {
     if (m_view.drawn) Compose(QRect(QPoint(0, 0), m_view.geometry.ScreenRect().size()));
 }
 
+QRect CanvasLogic::ShowValues(const QRect& part) {
+    const std::lock_guard lock(m_lock);
+    const QRect dest = m_view.geometry.ScreenRect();
+    const QRect inView = part.intersected(QRect(QPoint(0, 0), dest.size()));
+    if (!m_view.drawn || inView.isEmpty()) return {};
+    Compose(inView);
+    return inView.translated(dest.topLeft());
+}
+
 // The lock is held. A layer that is the one below it is drawn once.
 void CanvasLogic::Draw(ViewQuality quality) {
     m_view.drawn = false;

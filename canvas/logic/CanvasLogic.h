@@ -134,6 +134,9 @@ class CanvasLogic : public StepSource {
     QRect ShowPart(const QRect& changed);
     // A value changed: composes the view anew.
     void ShowValues();
+    // The same within this rectangle of the view, counted from its corner: yields the rectangle of the client to be
+    // painted again.
+    QRect ShowValues(const QRect& part);
 
     // A step under the tool's name whose pixel record holds `picture`; `save` asks for a file of its own.
     std::unique_ptr<CHistoryStep> NewStep(const Bitmap& picture, bool save) const;

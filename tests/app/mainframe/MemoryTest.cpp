@@ -15,6 +15,7 @@
 #include "CHistoryManager.h"
 #include "CMidTopEditTool.h"
 #include "CMoPiWnd.h"
+#include "CMRYiJianMeiYanWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CWordWnd.h"
@@ -26,8 +27,8 @@
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Smooth = 10, Spots = 11,
-              Circles = 13, RedEye = 15, Lips = 17;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Looks = 8, Smooth = 10, Spots = 11,
+              Enlarge = 12, Circles = 13, RedEye = 15, Slim = 16, Lips = 17;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -83,6 +84,13 @@ void RunEffect5(CMidWnd& mid) {
 void Fade(CMidWnd& mid) {
     RunEffect5(mid);
     CanvasOf<CEffectWnd>(mid).SetStrength(40, false);
+}
+void RunLook3(CMidWnd& mid) {
+    CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(3);
+}
+void FadeLook(CMidWnd& mid) {
+    RunLook3(mid);
+    CanvasOf<CMRYiJianMeiYanWnd>(mid).SetStrength(40, false);
 }
 void PaintOnce(CMidWnd& mid) {
     CBaseWnd& canvas = *mid.Canvas();
@@ -150,6 +158,16 @@ const Act Acts[] = {
     {"redoBrush", Lips, PaintAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
     {"directStroke", Smooth, Nothing, PaintOnce},
     {"directValue", Smooth, PaintSmooth, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
+    {"look", Looks, Nothing, RunLook3},
+    {"secondLook", Looks, FadeLook, [](CMidWnd& mid) { CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(6); }},
+    {"undoLook", Looks, FadeLook, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"push", Slim, Nothing, PaintOnce},
+    {"secondPush", Slim, PaintOnce, PaintOnce},
+    {"undoPush", Slim, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"redoPush", Slim, PaintAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
+    {"revertPush", Slim, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnRevert(); }},
+    {"swell", Enlarge, Nothing, PaintOnce},
+    {"toolChangePushed", Slim, PaintOnce, [](CMidWnd& mid) { mid.SwitchTool(Enlarge); }},
     {"undoDirect", Smooth, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"spot", Spots, Nothing, PaintOnce},
     {"secondSpot", Spots, PaintOnce, PaintOnce, 0},

@@ -10,6 +10,7 @@
 #include "CEffectWnd.h"
 #include "CHistoryManager.h"
 #include "CLeftPanel.h"
+#include "CMRYiJianMeiYanWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CToolPanel.h"
@@ -43,12 +44,15 @@ const std::map<int, std::function<void(CBaseWnd&)>> Works{
     {4, [](CBaseWnd& canvas) { static_cast<CSizeWnd&>(canvas).ApplySize(1000, 1100); }},
     {5, [](CBaseWnd& canvas) { static_cast<CWordWnd&>(canvas).AddText(QStringLiteral("Rows"), {}); }},
     {7, [](CBaseWnd& canvas) { static_cast<CEffectWnd&>(canvas).RunLook(5); }},
+    {8, [](CBaseWnd& canvas) { static_cast<CMRYiJianMeiYanWnd&>(canvas).RunLook(3); }},
     {9, PaintOnce},
     {10, PaintOnce},
     {11, PaintOnce},
+    {12, PaintOnce},
     {13, PaintOnce},
     {14, PaintOnce},
     {15, ClickRedEye},
+    {16, PaintOnce},
     {17, PaintOnce},
     {18, PaintOnce},
 };
