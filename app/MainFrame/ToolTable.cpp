@@ -5,6 +5,7 @@
 
 #include "CAdjustWnd.h"
 #include "CBasePanelAdjust.h"
+#include "CBasePanelFrame.h"
 #include "CBasePanelText.h"
 #include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
@@ -13,6 +14,7 @@
 #include "CEditXuanZhuan.h"
 #include "CEffectWnd.h"
 #include "CEyesBianSePanel.h"
+#include "CImageFrameWnd.h"
 #include "CMoPiWnd.h"
 #include "CMouthBeautyPanel.h"
 #include "CMouthColorPanel.h"
@@ -43,6 +45,7 @@ ToolTable BuiltInTools() {
         Tool<CRotateWnd, CEditXuanZhuan>(),
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
         Tool<CWordWnd, CBasePanelText>(),
+        Tool<CImageFrameWnd, CBasePanelFrame>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),
         Tool<CMoPiWnd, CPiFuMoPiPanel>(),
