@@ -2,6 +2,7 @@
 #include "Borders.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "Softness.h"
 
@@ -56,6 +57,11 @@ MiniFrame MitredBorder(int left, int top, int right, int bottom, int over, int t
         place.depth = depths[nearest];
         place.x = x - frame.left;
         place.y = y - frame.top;
+        place.outer = *std::min_element(std::begin(depths), std::end(depths));
+        place.fromTop = y - top;
+        place.fromRight = width - right - x;
+        place.fromBottom = height - bottom - y;
+        place.fromLeft = x - left;
         place.along = nearest % 2 == 0 ? place.x : place.y;
         return colour(place, place.depth - breadths[nearest]);
     };

@@ -18,6 +18,9 @@ struct BorderPlace {
     double depth = 0;
     double along = 0;
     double x = 0, y = 0;  // from where the tiles begin
+    double outer = 0;     // the way from the nearest outer side, whichever edge that is
+    // How far inside the picture, from its edges; below 0 outside.
+    double fromLeft = 0, fromTop = 0, fromRight = 0, fromBottom = 0;
 
     // Lit from the upper left: the edges whose outer slope the light meets.
     bool IsLit() const { return edge == Edge::Top || edge == Edge::Left; }

@@ -5,6 +5,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 
@@ -16,6 +17,7 @@
 #include "Parallel.h"
 #include "PC_Dsp.h"
 #include "PC_File.h"
+#include "Softness.h"
 
 namespace {
 
@@ -40,6 +42,17 @@ Bitmap SampleOf(const QString& path) {
         SampleSide);
 }
 
+// Evening blue, on which light and shade of an overlay can both be seen at the size of a thumbnail.
+Bitmap Evening() {
+    const QImage image = Computed(SampleSide, SampleSide, [](int x, int y) {
+        const double t = 0.7 * y / SampleSide + 0.3 * x / SampleSide;
+        return MixedColour(QColor(122, 148, 158), QColor(52, 66, 84), t).rgb();
+    });
+    Bitmap bitmap = Bitmap::Uninitialised(SampleSide, SampleSide);
+    std::copy_n(image.constBits(), bitmap.ByteCount(), bitmap.MutablePixels());
+    return bitmap;
+}
+
 Bitmap Framed(const QByteArray& file, const Bitmap& sample) {
     const auto* data = reinterpret_cast<const std::uint8_t*>(file.constData());
     const auto size = static_cast<std::size_t>(file.size());
@@ -52,11 +65,20 @@ Bitmap Framed(const QByteArray& file, const Bitmap& sample) {
     return ornate.Load(data, size) && ornate.Compose(result) ? result : Bitmap();
 }
 
-bool WriteFrame(const FrameArt& art, const QString& folder, const Bitmap& sample) {
+struct Task {
+    const FrameArt* art;
+    QString folder;
+    Bitmap sample;
+    int shown;  // of the framed sample's side, from the upper left; 0 for all of it
+};
+
+bool WriteFrame(const Task& task) {
+    const FrameArt& art = *task.art;
     const QByteArray file = art.draw();
-    const QString stem = folder + u'/' + QLatin1String(art.stem);
-    const Bitmap framed = Framed(file, sample);
+    const QString stem = task.folder + u'/' + QLatin1String(art.stem);
+    Bitmap framed = Framed(file, task.sample);
     if (!framed) return false;
+    if (task.shown > 0) framed = PC_Dsp::Clone(framed, 0, 0, task.shown, task.shown);
     const double scale = double(ThumbnailSide) / std::max(framed.Width(), framed.Height());
     const Bitmap small =
         PC_Dsp::Resample(framed, std::max(1, int(framed.Width() * scale)), std::max(1, int(framed.Height() * scale)));
@@ -79,23 +101,19 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "cannot read %s\n", qPrintable(arguments.at(1)));
         return 1;
     }
-    struct Task {
-        const FrameArt* art;
-        QString folder;
-    };
     std::vector<Task> tasks;
-    const auto add = [&](const std::vector<FrameArt>& all, const QString& name) {
+    const auto add = [&](const std::vector<FrameArt>& all, const QString& name, const Bitmap& ground, int shown) {
         const QString folder = arguments.at(2) + u'/' + name;
         QDir().mkpath(folder);
-        for (const FrameArt& art : all) tasks.push_back({&art, folder});
+        for (const FrameArt& art : all) tasks.push_back({&art, folder, ground, shown});
     };
-    add(SimpleFrameArt(), QStringLiteral("JianDan"));
-    add(OrnateFrameArt(), QStringLiteral("XuanCai"));
+    add(SimpleFrameArt(), QStringLiteral("JianDan"), sample, 0);
+    add(OrnateFrameArt(), QStringLiteral("XuanCai"), Evening(), SampleSide * 2 / 3);
     std::atomic<bool> done{true};
     ForEachBand(static_cast<int>(tasks.size()), 1, [&](int first, int last) {
         for (int i = first; i < last; ++i) {
             const Task& task = tasks[static_cast<std::size_t>(i)];
-            if (WriteFrame(*task.art, task.folder, sample)) continue;
+            if (WriteFrame(task)) continue;
             std::fprintf(stderr, "cannot draw %s\n", task.art->stem);
             done = false;
         }

@@ -143,7 +143,7 @@ QByteArray DrawSnow() {
 }
 
 QByteArray DrawSunFlare() {
-    const Vec2 sun{0.10 * W, 0.07 * H};
+    const Vec2 sun{0.29 * W, 0.03 * H};  // on a portrait too
     QImage image = Computed(W, H, [&](int x, int y) {
         const double dx = x - sun.x, dy = y - sun.y, far = std::hypot(dx, dy) / H;
         const double angle = std::atan2(dy, dx);
@@ -187,7 +187,7 @@ QByteArray DrawDust() {
     const QColor white(255, 250, 240);
     for (int i = 0; i < 1700; ++i) {
         const double size = 0.7 + 1.9 * std::pow(random.Next(), 3);
-        painter.setBrush(WithAlpha(white, random.Next(0.15, 0.75)));
+        painter.setBrush(WithAlpha(white, random.Next(0.25, 0.9)));
         painter.drawEllipse(QPointF(random.Next() * W, random.Next() * H), size, size * random.Next(0.5, 1.0));
     }
     painter.setBrush(Qt::NoBrush);
@@ -308,14 +308,14 @@ QByteArray DrawWindowLight() {
     QPainter painter(&light);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setTransform(QTransform(1.0, 0.30, -0.30, 1.0, 430, -300));
+    painter.setTransform(QTransform(1.0, 0.26, -0.26, 1.0, 250, -520));
     painter.setBrush(Qt::white);
     for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 2; ++column)
-            painter.drawRect(QRectF(330 + column * 700, 90 + row * 560, 640, 505));
+        for (int column = 0; column < 3; ++column)
+            painter.drawRect(QRectF(-170 + column * 900, -330 + row * 900, 846, 846));
     Random random(51);
     for (int branch = 0; branch < 5; ++branch) {
-        QPointF at(1500 + 60 * branch, -120 + 420 * branch);
+        QPointF at(1960 + 60 * branch, -160 + 330 * branch);
         double heading = random.Next(2.6, 3.3);
         for (int step = 0; step < 9; ++step) {
             const QPointF next = at + 62 * QPointF(std::cos(heading), std::sin(heading));
@@ -348,7 +348,7 @@ QByteArray DrawWindowLight() {
                         [&](int x, int y) {
                             const double far = Ramp(0, 1, double(y) / H);
                             const double lit = Mixed(qRed(crisp.pixel(x, y)), qRed(soft.pixel(x, y)), far) / 255;
-                            return LightAt(x, y, Mixed(112, 255, lit), Mixed(108, 250, lit), Mixed(112, 236, lit));
+                            return LightAt(x, y, Mixed(124, 255, lit), Mixed(120, 250, lit), Mixed(126, 236, lit));
                         }),
                Quality);
     return file.Bytes();

@@ -150,18 +150,23 @@ void DrawScallop(QPainter& painter, double width, double depth) {
     }
 }
 
-void CutScallop(QPainter& painter, double width, double depth) {
-    const QPointF heart(width / 2, depth * 0.36);
+// Eight holes like the petals of a flower as wide as two thirds of `size`.
+void CutRosette(QPainter& painter, QPointF heart, double size) {
     for (int i = 0; i < 8; ++i) {
         painter.save();
         painter.translate(heart);
         painter.rotate(i * 45 + 22.5);
-        QPainterPath petal(QPointF(0, depth * 0.07));
-        petal.cubicTo(depth * 0.13, depth * 0.14, depth * 0.10, depth * 0.30, 0, depth * 0.31);
-        petal.cubicTo(-depth * 0.10, depth * 0.30, -depth * 0.13, depth * 0.14, 0, depth * 0.07);
+        QPainterPath petal(QPointF(0, size * 0.07));
+        petal.cubicTo(size * 0.13, size * 0.14, size * 0.10, size * 0.30, 0, size * 0.31);
+        petal.cubicTo(-size * 0.10, size * 0.30, -size * 0.13, size * 0.14, 0, size * 0.07);
         painter.drawPath(petal);
         painter.restore();
     }
+}
+
+void CutScallop(QPainter& painter, double width, double depth) {
+    const QPointF heart(width / 2, depth * 0.36);
+    CutRosette(painter, heart, depth);
     for (int i = 0; i < 11; ++i) {
         const double angle = Pi * (0.06 + 0.88 * i / 10);
         painter.drawEllipse(
@@ -172,19 +177,25 @@ void CutScallop(QPainter& painter, double width, double depth) {
 
 // Lays lace along an edge of `length` in the painter's own coordinates, y inwards.
 void DrawLaceEdge(QPainter& painter, double length, double band, double depth, int scallops, bool cut) {
-    const double width = length / scallops;
-    if (!cut) painter.drawRect(QRectF(0, -2, length, band + 3));
+    // Corners have a rosette of their own.
+    const double start = band + 0.75 * depth, width = (length - 2 * start) / scallops;
+    if (!cut) {
+        painter.drawRect(QRectF(0, -2, length, band + 3));
+        painter.drawEllipse(QPointF(band + 12, band + 12), depth * 0.94, depth * 0.94);
+    }
+    if (cut) CutRosette(painter, QPointF(band + 26, band + 26), depth * 1.5);
     for (int i = 0; i < scallops; ++i) {
         painter.save();
-        painter.translate(i * width, band);
+        painter.translate(start + i * width, band);
         cut ? CutScallop(painter, width, depth) : DrawScallop(painter, width, depth);
         painter.restore();
     }
     if (!cut) return;
     // Ladders in the band.
     const int steps = scallops * 6;
+    const double step = (length - 2 * band) / steps, w = step * 0.55;
     for (int i = 0; i < steps; ++i) {
-        const double x = (i + 0.5) * length / steps, w = length / steps * 0.55;
+        const double x = band + (i + 0.5) * step;
         painter.drawRoundedRect(QRectF(x - w / 2, band * 0.24, w, band * 0.30), 5, 5);
         painter.drawEllipse(QPointF(x, band * 0.78), 4.2, 4.2);
     }
@@ -241,11 +252,11 @@ void DrawLeaf(QPainter& painter, QPointF at, double heading, double size) {
 void DrawFlourishHalf(QPainter& painter) {
     DrawSwirl(painter, {{74, 74}, 8, 430, -0.35, 3.9, 13});
     DrawSwirl(painter, {{190, 84}, 18, 250, 0.9, 5.6, 10});
-    DrawSwirl(painter, {{300, 66}, -4, 330, 0.15, -4.6, 10});
+    DrawSwirl(painter, {{262, 88}, 34, 340, -0.1, -4.4, 10});
     DrawSwirl(painter, {{120, 96}, 44, 150, 0.6, 7.0, 8});
-    DrawLeaf(painter, {212, 70}, -28, 58);
-    DrawLeaf(painter, {332, 58}, 24, 50);
-    DrawLeaf(painter, {402, 58}, -24, 44);
+    DrawLeaf(painter, {196, 84}, -36, 56);
+    DrawLeaf(painter, {262, 90}, -30, 50);
+    DrawLeaf(painter, {306, 116}, 62, 46);
     DrawLeaf(painter, {150, 92}, 40, 46);
 }
 
@@ -269,7 +280,7 @@ QByteArray DrawLace() {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(253, 251, 246));
-    const auto scallops = [](int edge) { return edge % 2 == 0 ? 15 : 10; };
+    const auto scallops = [](int edge) { return edge % 2 == 0 ? 14 : 9; };
     ForEdges(painter,
              [&](double length, int edge) { DrawLaceEdge(painter, length, Band, Depth, scallops(edge), false); });
     painter.setCompositionMode(QPainter::CompositionMode_Clear);

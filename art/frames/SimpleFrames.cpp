@@ -14,12 +14,15 @@ namespace {
 
 const QColor Clear(0, 0, 0, 0);
 
-// What the inner edge of a mat throws on the picture: light comes from the upper left.
-QColor ShadeOnPicture(const BorderPlace& place, double inside, double reach, int strength) {
-    const double far = place.IsLit() ? reach : reach * 0.35;
-    if (inside >= far) return Clear;
-    const double t = 1 - inside / far;
-    return {0, 0, 0, static_cast<int>(strength * (place.IsLit() ? 1.0 : 0.5) * t * t)};
+// What the inner edge of a border throws on the picture: light comes from the upper left.
+QColor ShadeOnPicture(const BorderPlace& place, double reach, int strength) {
+    const auto from = [](double inside, double far) {
+        const double t = std::clamp(1 - inside / far, 0.0, 1.0);
+        return t * t;
+    };
+    const double lit = (1 - from(place.fromTop, reach)) * (1 - from(place.fromLeft, reach)) *
+                       (1 - 0.4 * from(place.fromRight, reach * 0.3)) * (1 - 0.4 * from(place.fromBottom, reach * 0.3));
+    return {0, 0, 0, static_cast<int>(strength * (1 - lit))};
 }
 
 // The slanted cut of a mat's board, whose core is white.
@@ -40,7 +43,7 @@ QColor BevelCut(const BorderPlace& place) {
 MiniFrame Mat(int margin, int bevel, const std::function<QColor(const BorderPlace&)>& board) {
     constexpr int Shade = 26;
     return MitredBorder({margin, margin + Shade, 8}, [=](const BorderPlace& place) {
-        if (place.depth >= margin) return ShadeOnPicture(place, place.depth - margin, Shade, 84);
+        if (place.depth >= margin) return ShadeOnPicture(place, Shade, 84);
         if (place.depth >= margin - bevel) return BevelCut(place);
         return board(place);
     });
@@ -86,9 +89,9 @@ QByteArray DrawGoldLine() {
 QByteArray DrawInstantPhoto() {
     constexpr int Side = 168, Foot = 560, Over = 14;
     return NinePartFile(MitredBorder(Side, Side, Side, Foot, Over, 8, [](const BorderPlace& place, double inside) {
-        if (inside >= 0) return ShadeOnPicture(place, inside, Over, 96);
+        if (inside >= 0) return ShadeOnPicture(place, Over, 96);
         // The card is a little lighter where it bends towards its edges, and recessed at the window.
-        const double edge = std::exp(-place.depth / 9.0), window = std::exp(inside / 5.0);
+        const double edge = std::exp(-place.outer / 9.0), window = std::exp(inside / 5.0);
         const double factor = 1.0 - 0.07 * edge - 0.05 * window;
         return Shaded(QColor(250, 248, 241), factor);
     }));
@@ -126,7 +129,7 @@ QColor LinenAt(double x, double y, double period) {
     const double round = 0.80 + 0.20 * std::sin(3.14159 * across) * (0.6 + 0.4 * std::sin(3.14159 * along));
     const double own = over ? HashUnit(row, 3, 11) : HashUnit(column, 5, 12);
     const double slub = PeriodicNoise(x / 18, y / 18, period / 18, 31) * 0.02;
-    return Shaded(QColor(229, 220, 202), round + 0.06 * (own - 0.5) + slub + 0.06);
+    return Shaded(QColor(229, 220, 202), round + 0.035 * (own - 0.5) + slub + 0.06);
 }
 
 QByteArray DrawLinen() {
@@ -135,7 +138,7 @@ QByteArray DrawLinen() {
         constexpr int Margin = 240, Shade = 26;
         return MitredBorder({Margin, Margin + Shade, Tile}, [](const BorderPlace& place) {
             const double d = place.depth;
-            if (d >= Margin) return ShadeOnPicture(place, d - Margin, Shade, 90);
+            if (d >= Margin) return ShadeOnPicture(place, Shade, 90);
             if (d >= Margin - 7) return BevelCut(place);
             const double edge = 1.0 - 0.25 * std::exp(-d / 4.0);
             return Shaded(LinenAt(place.x, place.y, Tile), edge);
@@ -157,10 +160,11 @@ QByteArray DrawWood() {
     constexpr int Margin = 250, Shade = 40, Tile = 512;
     return StripFile(MitredBorder({Margin, Margin + Shade, Tile}, [](const BorderPlace& place) {
         const double d = place.depth;
-        if (d >= Margin) return ShadeOnPicture(place, d - Margin, Shade, 120);
+        if (d >= Margin) return ShadeOnPicture(place, Shade, 120);
         const unsigned seed = 40u + 7u * static_cast<unsigned>(place.edge);
-        // Years run along the edge and wander slowly; pores are short dark strokes in them.
-        const double wander = PeriodicNoise(place.along / 128, d / 60, Tile / 128.0, seed) * 7;
+        // Straight grain: the years are the same all along an edge, so that a tile that is cut meets its corner unseen.
+        // Pores are short dark strokes in them.
+        const double wander = ValueNoise({d / 37, 1.5}, seed) * 6;
         const double years = 0.5 + 0.5 * std::sin((d + wander) * 0.30 + 3 * ValueNoise({d / 23, 0.5}, seed + 1));
         const double fine = ValueNoise({0.5, (d + wander * 0.5) * 0.8}, seed + 2);
         const double pores =
@@ -178,7 +182,7 @@ QByteArray DrawShadowBox() {
     return StripFile(MitredBorder({Margin, Margin + Shade, 8}, [](const BorderPlace& place) {
         const double d = place.depth;
         if (d >= Margin) {
-            const QColor far = ShadeOnPicture(place, d - Margin, Shade, 118);
+            const QColor far = ShadeOnPicture(place, Shade, 118);
             const QColor near(0, 0, 0, static_cast<int>(70 * std::exp(-(d - Margin) / 6.0)));
             return far.alpha() > near.alpha() ? far : near;
         }
@@ -245,8 +249,10 @@ QByteArray DrawDeckle() {
 
 QByteArray DrawStamp() {
     constexpr int Ground = 60, Margin = 200, Period = 96;
+    // A hole lies on each corner of the paper.
+    constexpr int Corner = Ground + Period + Period / 2;
     constexpr double Radius = 27;
-    const MiniFrame frame = MitredBorder({Margin, 240, Period}, [](const BorderPlace& place) {
+    const MiniFrame frame = MitredBorder({Margin, Corner, Period}, [](const BorderPlace& place) {
         // A row of holes lies on each side of the paper, half a period off the tiles' ends.
         const auto bite = [](double along, double depth) {
             const double phase = along - Period * std::floor(along / Period) - Period / 2.0;
@@ -254,10 +260,11 @@ QByteArray DrawStamp() {
         };
         double out = std::min(place.depth - Ground, bite(place.along, place.depth));
         const double inCorner = place.edge == Edge::Top || place.edge == Edge::Bottom ? place.x : place.y;
-        const double across = inCorner < 0 ? 240 + inCorner : 240 + Period - inCorner;  // from the side next to it
+        const double across =
+            inCorner < 0 ? Corner + inCorner : Corner + Period - inCorner;  // from the side next to it
         if (inCorner < 0 || inCorner > Period) {
-            const double depth =
-                place.edge == Edge::Top || place.edge == Edge::Left ? place.depth - 240 : 240 + Period - place.depth;
+            const double depth = place.edge == Edge::Top || place.edge == Edge::Left ? place.depth - Corner
+                                                                                     : Corner + Period - place.depth;
             out = std::min(out, bite(depth, across));
         }
         const double cover = std::clamp(out + 0.5, 0.0, 1.0);

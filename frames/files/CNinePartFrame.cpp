@@ -48,7 +48,12 @@ void CNinePartFrame::Forget() {
 }
 
 Bitmap CNinePartFrame::Compose(const Bitmap& picture, float scale, const ProgressSpan& span) const {
-    if (!m_loaded || !picture || !(scale > 0)) return {};
+    FramePlan plan;
+    return Plan(picture, scale, plan) ? DrawFramePlan(plan, picture, span) : Bitmap();
+}
+
+bool CNinePartFrame::Plan(const Bitmap& picture, float scale, FramePlan& plan) const {
+    if (!m_loaded || !picture || !(scale > 0)) return false;
     const std::int64_t fullWidth = FrameSpan(picture.Width(), m_extraWidth, scale);
     const std::int64_t fullHeight = FrameSpan(picture.Height(), m_extraHeight, scale);
     const FrameRun top = RunOf(fullWidth - Width(TopRight) - Width(TopLeft), Width(Top));
@@ -56,9 +61,9 @@ Bitmap CNinePartFrame::Compose(const Bitmap& picture, float scale, const Progres
     const FrameRun right = RunOf(fullHeight - Height(BottomRight) - Height(TopRight), Height(Right));
     const FrameRun bottom = RunOf(fullWidth - Width(BottomRight) - Width(BottomLeft), Width(Bottom));
     const FrameSide across = SideOf(fullWidth - top.trim, scale), down = SideOf(fullHeight - left.trim, scale);
-    if (!AllowedSides(across, down)) return {};
+    if (!AllowedSides(across, down)) return false;
 
-    FramePlan plan;
+    plan = {};
     plan.width = static_cast<int>(across.frame);
     plan.height = static_cast<int>(down.frame);
     plan.resultWidth = across.result;
@@ -79,5 +84,5 @@ Bitmap CNinePartFrame::Compose(const Bitmap& picture, float scale, const Progres
     add(BottomLeft, 0, plan.height - Height(BottomLeft));
     add(Bottom, Width(BottomLeft), plan.height - Height(Bottom), bottom.count);
     add(BottomRight, plan.width - Width(BottomRight), plan.height - Height(BottomRight));
-    return DrawFramePlan(plan, picture, span);
+    return true;
 }

@@ -13,8 +13,9 @@ class CNinePartFrame : public CFrameFile {
   public:
     enum Part { TopLeft, Top, TopRight, Left, Centre, Right, BottomLeft, Bottom, BottomRight, PartCount };
 
-    // As CStripFrame::Compose.
+    // As those of CStripFrame.
     Bitmap Compose(const Bitmap& picture, float scale, const ProgressSpan& span = {}) const;
+    bool Plan(const Bitmap& picture, float scale, FramePlan& plan) const;
 
   protected:
     FrameFault Sniff(const FrameBytes& head, std::uint64_t total) const override;

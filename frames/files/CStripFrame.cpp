@@ -77,11 +77,16 @@ void CStripFrame::AddPieces(FramePlan& plan) const {
 }
 
 Bitmap CStripFrame::Compose(const Bitmap& picture, float scale, const ProgressSpan& span) const {
-    if (!m_strip || !picture || !(scale > 0)) return {};
+    FramePlan plan;
+    return Plan(picture, scale, plan) ? DrawFramePlan(plan, picture, span) : Bitmap();
+}
+
+bool CStripFrame::Plan(const Bitmap& picture, float scale, FramePlan& plan) const {
+    if (!m_strip || !picture || !(scale > 0)) return false;
     const FrameSide across = SideOf(FrameSpan(picture.Width(), m_extraWidth, scale), scale);
     const FrameSide down = SideOf(FrameSpan(picture.Height(), m_extraHeight, scale), scale);
-    if (!AllowedSides(across, down)) return {};
-    FramePlan plan;
+    if (!AllowedSides(across, down)) return false;
+    plan = {};
     plan.width = static_cast<int>(across.frame);
     plan.height = static_cast<int>(down.frame);
     plan.resultWidth = across.result;
@@ -90,5 +95,5 @@ Bitmap CStripFrame::Compose(const Bitmap& picture, float scale, const ProgressSp
     plan.pictureY = Truncate(double(m_pictureY) * scale);
     plan.pictureOnTop = m_pictureOnTop;
     AddPieces(plan);
-    return DrawFramePlan(plan, picture, span);
+    return true;
 }

@@ -16,6 +16,9 @@ class CStripFrame : public CFrameFile {
     // one of the frame's pixels in the picture's. Null without a frame, for a null picture, a scale that is not above
     // 0, when a side would be below 1 or beyond a bitmap's, and when `span` stopped it.
     Bitmap Compose(const Bitmap& picture, float scale, const ProgressSpan& span = {}) const;
+    // What Compose draws; false where it would fail for another reason than being stopped. Takes no memory of a
+    // picture's size.
+    bool Plan(const Bitmap& picture, float scale, FramePlan& plan) const;
 
   protected:
     FrameFault Sniff(const FrameBytes& head, std::uint64_t total) const override;

@@ -46,7 +46,8 @@ bool CFrameFile::Load(const QString& path) {
 
 bool CFrameFile::Load(const std::uint8_t* data, std::size_t size) {
     Forget();
-    if (!data || size > MaxBytes) return Settle(FrameFault::Unreadable);
+    if (size > MaxBytes) return Settle(FrameFault::Unreadable);
+    if (!data) size = 0;
     const FrameFault fault = Sniff({data, size}, size);
     return Settle(fault == FrameFault::None ? Parse({data, size}) : fault);
 }
