@@ -8,6 +8,7 @@
 #include "BeautyShelf.h"
 #include "ContactSheet.h"
 #include "CubeFile.h"
+#include "FrameCatalogue.h"
 #include "LookShelf.h"
 #include "PC_Dsp.h"
 #include "PC_File.h"
@@ -21,7 +22,9 @@ const char Usage[] =
     "quince-looks sheet PICTURE OUT [FIRST LAST [TILE]]\n"
     "                                            draws the looks (all, or from FIRST to LAST) on a picture, tiles\n"
     "                                            TILE pixels wide; OUT ends in .jpg or .png\n"
-    "quince-looks beauty PICTURE OUT [TILE]      draws the eight looks of beauty\n";
+    "quince-looks beauty PICTURE OUT [TILE]      draws the eight looks of beauty\n"
+    "quince-looks frames PICTURE OUT KIND [TILE] draws the frames of a kind, 1 simple or 2 ornate\n"
+    "quince-looks frame FILE KIND PICTURE OUT    puts one frame on a picture at full size\n";
 
 constexpr int CubeSize = 33;
 
@@ -77,15 +80,17 @@ int WriteCube(int index, const QString& path) {
                : Fail(path + QStringLiteral(" can't be written"));
 }
 
-// The first tile is the picture as it is.
+enum class Original { First, LeftOut };
+
+// The first tile is the picture as it is, unless it is left out.
 int WriteSheet(const QString& picturePath, const QString& path, const std::vector<ContactSheet::Tile>& tiles,
-               int columns, int tileWidth) {
+               int columns, int tileWidth, Original original = Original::First) {
     PC_File reader;
     const Bitmap picture = reader.OnLoadImage(picturePath.toStdWString().c_str(), nullptr, 0, 100, nullptr);
     if (!picture) return Fail(picturePath + QStringLiteral(" can't be read"));
     ContactSheet sheet;
     sheet.tileWidth = tileWidth;
-    sheet.withOriginal = true;
+    sheet.withOriginal = original == Original::First;
     sheet.columns = columns;
     QString error;
     const QImage image = sheet.Draw(picture, tiles, error);
@@ -122,6 +127,53 @@ int WriteBeauties(const QString& picture, const QString& path, int tileWidth) {
     return WriteSheet(picture, path, tiles, 3, tileWidth);
 }
 
+// A picture with a frame, in the sheet's tile.
+QString DrawFramed(const Bitmap& picture, const FrameEntry& frame, Bitmap& tile, std::string& why) {
+    FrameParams params;
+    params.FramePath = frame.path;
+    params.FrameType = frame.kind;
+    const Bitmap framed = params.Apply(picture, 1.0f);
+    if (!framed) {
+        why = frame.path.toStdString() + " can't be used";
+        return {};
+    }
+    const double scale = std::min(double(tile.Width()) / framed.Width(), double(tile.Height()) / framed.Height());
+    tile = PC_Dsp::Resample(framed, std::max(1, static_cast<int>(framed.Width() * scale)),
+                            std::max(1, static_cast<int>(framed.Height() * scale)));
+    return frame.Name();
+}
+
+int WriteFrames(const QString& picturePath, const QString& path, int kind, int tileWidth) {
+    PC_File reader;
+    const Bitmap picture = reader.OnLoadImage(picturePath.toStdWString().c_str(), nullptr, 0, 100, nullptr);
+    if (!picture) return Fail(picturePath + QStringLiteral(" can't be read"));
+    ReadFrames();
+    std::vector<ContactSheet::Tile> tiles;
+    for (const int number : FramesOfKind(kind))
+        tiles.push_back({[&picture, number](Bitmap& tile, std::string& why) {
+            FrameEntry frame;
+            FindFrame(number, frame);
+            return DrawFramed(picture, frame, tile, why);
+        }});
+    if (tiles.empty()) return Fail(QStringLiteral("there are no frames beside the program"));
+    return WriteSheet(picturePath, path, tiles, 4, tileWidth, Original::LeftOut);
+}
+
+int WriteFramed(const QString& file, int kind, const QString& picturePath, const QString& path) {
+    PC_File pictures;
+    const Bitmap picture = pictures.OnLoadImage(picturePath.toStdWString().c_str(), nullptr, 0, 100, nullptr);
+    FrameParams params;
+    params.FramePath = file;
+    params.FrameType = kind;
+    const Bitmap framed = params.Apply(picture, 1.0f);
+    if (!framed) return Fail(file + QStringLiteral(" can't be used on ") + picturePath);
+    QImageWriter writer(path);
+    writer.setQuality(95);
+    return writer.write(QImage(framed.Pixels(), framed.Width(), framed.Height(), QImage::Format_ARGB32))
+               ? 0
+               : Fail(path + QStringLiteral(" can't be written"));
+}
+
 // The whole number that an argument is, the given one where there is none, and one that nothing takes for other text.
 int NumberAt(const QStringList& arguments, int at, int otherwise) {
     if (arguments.size() <= at) return otherwise;
@@ -151,6 +203,14 @@ int main(int argc, char** argv) {
         const int tile = NumberAt(arguments, 4, 360);
         if (tile >= 16 && tile <= 2000) return WriteBeauties(arguments[2], arguments[3], tile);
     }
+    const int kind = NumberAt(arguments, command == u"frame" ? 3 : 4, -1);
+    const bool kindKnown = kind == FrameSimple || kind == FrameOrnate;
+    if (command == u"frames" && kindKnown && (arguments.size() == 5 || arguments.size() == 6)) {
+        const int tile = NumberAt(arguments, 5, 240);
+        if (tile >= 16 && tile <= 2000) return WriteFrames(arguments[2], arguments[3], kind, tile);
+    }
+    if (command == u"frame" && kindKnown && arguments.size() == 6)
+        return WriteFramed(arguments[2], kind, arguments[4], arguments[5]);
     std::fputs(Usage, stderr);
     return 2;
 }

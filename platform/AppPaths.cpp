@@ -47,6 +47,16 @@ bool Contains(const std::array<const char*, N>& list, const QString& text) {
     return std::any_of(list.begin(), list.end(), [&](const char* entry) { return text == QLatin1String(entry); });
 }
 
+// The file dir + base + extension, whatever the case of its extension; empty when there is none.
+QString FileWithExtension(const QString& dir, const QString& base, const QString& extension) {
+    const QString file = NativePath(dir + base + extension);
+    if (Exists(file)) return file;
+    for (const QString& name : QDir(dir).entryList(QDir::Files))
+        if (name.startsWith(base) && name.mid(base.size()).compare(extension, Qt::CaseInsensitive) == 0)
+            return NativePath(dir + name);
+    return {};
+}
+
 }  // namespace
 
 QString GetAppDir() {
@@ -69,6 +79,13 @@ QString ResourcePath(const QString& name) {
     if (Exists(own)) return own;
     const QString installed = NativePath(ProgramDir() + u'/' + name);
     return Exists(installed) ? installed : own;
+}
+
+QStringList ResourceDirs(const QString& name) {
+    QStringList folders;
+    for (const QString& path : {AppPath(name), NativePath(ProgramDir() + u'/' + name)})
+        if (QFileInfo(path).isDir() && !folders.contains(path)) folders << path;
+    return folders;
 }
 
 QString NativePath(const QString& path) {
@@ -95,16 +112,12 @@ bool IsSupportedImage(const QString& path) {
 }
 
 QString FrameFileFor(const QString& dir, const QString& base) {
-    for (const QString& extension : {QStringLiteral(".nlf"), QStringLiteral(".vnbkwz")}) {
-        const QString file = NativePath(dir + base + extension);
-        if (Exists(file)) return file;
-    }
-    return {};
+    const QString strip = FileWithExtension(dir, base, QStringLiteral(".nlf"));
+    return strip.isEmpty() ? FileWithExtension(dir, base, QStringLiteral(".vnbkwz")) : strip;
 }
 
 QString OrnateFrameFileFor(const QString& dir, const QString& base) {
-    const QString file = NativePath(dir + base + QStringLiteral(".vnbkxc"));
-    return Exists(file) ? file : QString();
+    return FileWithExtension(dir, base, QStringLiteral(".vnbkxc"));
 }
 
 QString CurrentImagePath() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 // Where the program's files lie. Paths use "/" and carry none at the end; every function may be called on any thread.
 
@@ -18,6 +19,9 @@ QString ConfigIni();
 // A resource that came with the program: in AppDir when it exists there (so that a user can replace one), else in the
 // folder of the program file. The AppDir path when it is in neither.
 QString ResourcePath(const QString& name);
+
+// Every folder of that name among the resources, AppDir's before that beside the program file; none that is missing.
+QStringList ResourceDirs(const QString& name);
 
 // The same path with "/" for each "\" and one slash where several stand in a row. The one place where slashes are
 // mapped.
@@ -48,7 +52,7 @@ QString GetDocumentsDir(const QString& name);
 bool IsSupportedImage(const QString& path);
 
 // The simple frame `base` of the folder `dir` (which ends in a slash): dir + base + ".nlf", else ".vnbkwz"; empty when
-// neither exists.
+// neither exists. Case counts in the name, not in the extension.
 QString FrameFileFor(const QString& dir, const QString& base);
 // The same for an ornate frame, ".vnbkxc".
 QString OrnateFrameFileFor(const QString& dir, const QString& base);

@@ -53,6 +53,20 @@ void KeepEffects(CMainFrameWnd& frame, const Album& album) {
     album.Keep(frame, QStringLiteral("effects-lomo"));
 }
 
+// A frame of each page in force.
+void KeepFrames(CMainFrameWnd& frame, const Album& album) {
+    Driver::Click(QStringLiteral("btnTab4"));
+    Driver::WaitForRows(QStringLiteral("BorderListViewJianDan"), 12);
+    Driver::ClickRow(QStringLiteral("BorderListViewJianDan"), 3);
+    album.Keep(frame, QStringLiteral("frames"));
+    Driver::Click(QStringLiteral("BtnUndo"));
+    Driver::Click(QStringLiteral("BtnXuanCai"));
+    Driver::WaitForRows(QStringLiteral("BorderListViewXuanCai"), 12);
+    Driver::ClickRow(QStringLiteral("BorderListViewXuanCai"), 10);
+    Driver::DragSlider(QStringLiteral("SliderSetAlpha"), 80);
+    album.Keep(frame, QStringLiteral("frames-ornate"));
+}
+
 // A stroke across the middle of the picture at a share of its height.
 void PaintAcross(CMainFrameWnd& frame, double height) {
     CBaseWnd* canvas = frame.Mid().Canvas();
@@ -249,5 +263,6 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     frame.resize(1920, 1080);
     album.Keep(frame, QStringLiteral("main-1920x1080"));
     KeepEffects(stage.Open(picture), album);
+    KeepFrames(stage.Open(picture), album);
     KeepBeauty(stage.Open(picture), album);
 }

@@ -5,6 +5,7 @@
 
 #include "CAdjustWnd.h"
 #include "CBasePanelAdjust.h"
+#include "CBasePanelFrame.h"
 #include "CBasePanelText.h"
 #include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
@@ -16,6 +17,7 @@
 #include "CEyesHeiYanPanel.h"
 #include "CEyesHongYanPanel.h"
 #include "CEyesZoomPanel.h"
+#include "CImageFrameWnd.h"
 #include "CMeiRongMeiYan.h"
 #include "CMeiRongSouShen.h"
 #include "CMoPiWnd.h"
@@ -55,6 +57,7 @@ ToolTable BuiltInTools() {
         Tool<CRotateWnd, CEditXuanZhuan>(),
         Tool<CSizeWnd, CEditXiuGaiChiCun>(),
         Tool<CWordWnd, CBasePanelText>(),
+        Tool<CImageFrameWnd, CBasePanelFrame>(),
         Tool<CEffectWnd, CTeXiaoPanel>(),
         Tool<CMRYiJianMeiYanWnd, CMeiRongMeiYan>(),
         Tool<CPiFuMBShowWnd, CPiFuFuSePanel>(),

@@ -4,7 +4,33 @@
 #include "ThumbnailCrop.h"
 
 bool CLookWnd::RunLook(int look) {
-    return PerformTask([&](CObjProgress* progress) { return m_look.ApplyLook(look, progress); });
+    const bool done = PerformTask([&](CObjProgress* progress) { return m_look.ApplyLook(look, progress); });
+    TellFailure(ChoiceFailedKey());
+    return done;
+}
+
+void CLookWnd::OnUndo() {
+    CPictureWnd::OnUndo();
+    TellFailure(StepFailedKey());
+}
+
+void CLookWnd::OnRedo() {
+    CPictureWnd::OnRedo();
+    TellFailure(StepFailedKey());
+}
+
+void CLookWnd::OnRevert() {
+    CPictureWnd::OnRevert();
+    TellFailure(StepFailedKey());
+}
+
+void CLookWnd::OnHistoryJump(int row) {
+    CPictureWnd::OnHistoryJump(row);
+    TellFailure(StepFailedKey());
+}
+
+void CLookWnd::TellFailure(const QString& key) {
+    if (m_look.TakeFailure() && !key.isEmpty()) Host().Tell(key);
 }
 
 void CLookWnd::SetStrength(int percent, bool moving) {

@@ -39,10 +39,10 @@ void CEffectThumb::paintEvent(QPaintEvent*) {
     m_overlay.Paint(painter, rect());
 }
 
-CEffectListItem::CEffectListItem(const QString& name, std::uint32_t colour, const QString& background,
-                                 const Bitmap& thumbnail, QWidget* parent)
-    : CXMLWnd(parent) {
-    Create(QStringLiteral("EffectListItem.xml"));
+CEffectListItem::CEffectListItem(const LookTile& tile, const QString& name, std::uint32_t colour,
+                                 const QString& background, const Bitmap& thumbnail, QWidget* parent)
+    : CXMLWnd(parent), m_thumbnail(tile.thumbnail), m_name(name) {
+    Create(QLatin1String(tile.skin));
     // The list takes the clicks of its rows.
     setAttribute(Qt::WA_TransparentForMouseEvents);
     if (auto* thumb = Find<CEffectThumb>(QStringLiteral("HorLayEffect"))) {
@@ -52,11 +52,12 @@ CEffectListItem::CEffectListItem(const QString& name, std::uint32_t colour, cons
     auto* label = Find<QLabel>(QStringLiteral("TxtEffectName"));
     if (!label) return;
     const QColor ground = QColor::fromRgb(colour);
-    label->setText(name);
     label->setStyleSheet(
         QStringLiteral("background: %1; color: %2; border-bottom-left-radius: %3px; border-bottom-right-radius: %3px;")
             .arg(ground.name(), TextColourOn(ground).name())
             .arg(TileCorner));
+    label->ensurePolished();
+    label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, tile.thumbnail.width()));
 }
 
 QColor CEffectListItem::TextColourOn(const QColor& colour) {
@@ -66,11 +67,6 @@ QColor CEffectListItem::TextColourOn(const QColor& colour) {
 
 QWidget* CEffectListItem::CreateControl(const QString& className, QWidget* parent, const QString&) {
     return className == u"CEffectThumb" ? new CEffectThumb(parent) : nullptr;
-}
-
-QString CEffectListItem::Name() const {
-    const auto* label = Find<QLabel>(QStringLiteral("TxtEffectName"));
-    return label ? label->text() : QString();
 }
 
 void CEffectListItem::SetSelected(bool selected) {
@@ -88,7 +84,7 @@ void CEffectListItem::paintEvent(QPaintEvent*) {
     if (!m_selected && !m_focused) return;
     const auto* thumb = Find<QWidget>(QStringLiteral("HorLayEffect"));
     if (!thumb) return;
-    const QRectF tile(thumb->mapTo(this, QPoint()), QSizeF(ThumbWidth, ThumbHeight + NameHeight));
+    const QRectF tile(thumb->mapTo(this, QPoint()), QSizeF(m_thumbnail + QSize(0, NameHeight)));
     const double out = RingGap + RingWidth / 2;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -96,13 +92,13 @@ void CEffectListItem::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(tile.adjusted(-out, -out, out, out), TileCorner + out, TileCorner + out);
 }
 
-CEffectListView::CEffectListView(QWidget* parent) : QListWidget(parent) {
+CEffectListView::CEffectListView(QWidget* parent, const LookTile& tile) : QListWidget(parent), m_tile(tile) {
     setViewMode(QListView::IconMode);
     setMovement(QListView::Static);
     setResizeMode(QListView::Adjust);
     setUniformItemSizes(true);
     setFrameShape(QFrame::NoFrame);
-    setGridSize({CEffectListItem::Width, CEffectListItem::Height});
+    setGridSize(CEffectListItem::SizeOf(tile));
     setSelectionMode(QAbstractItemView::NoSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -113,10 +109,10 @@ CEffectListView::CEffectListView(QWidget* parent) : QListWidget(parent) {
 void CEffectListView::AddEffectItem(const QString& name, std::uint32_t colour, const QString& background,
                                     const Bitmap& thumbnail) {
     auto* item = new QListWidgetItem(this);
-    item->setSizeHint({CEffectListItem::Width, CEffectListItem::Height});
+    item->setSizeHint(CEffectListItem::SizeOf(m_tile));
     item->setToolTip(name);
     item->setData(Qt::AccessibleTextRole, name);
-    setItemWidget(item, new CEffectListItem(name, colour, background, thumbnail, this));
+    setItemWidget(item, new CEffectListItem(m_tile, name, colour, background, thumbnail, this));
 }
 
 void CEffectListView::SelectItem(int index) {

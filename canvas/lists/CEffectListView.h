@@ -7,6 +7,7 @@
 #include "Bitmap.h"
 #include "BkImage.h"
 #include "CXMLWnd.h"
+#include "LookTable.h"
 
 // The thumbnail of a row with what the row's background attribute lays over it: a child of the row under the name
 // HorLayEffect.
@@ -33,13 +34,16 @@ class CEffectListItem : public CXMLWnd {
     Q_OBJECT
 
   public:
-    // Logical pixels: of the thumbnail, of the name below it, and of the whole row with the room around the tile.
-    static constexpr int ThumbWidth = 70, ThumbHeight = 96, NameHeight = 20;
-    static constexpr int Width = 77, Height = 126;
+    // Logical pixels: of the name below the thumbnail, and of a whole row with the room around the tile.
+    static constexpr int NameHeight = 20;
+    static constexpr QSize SizeOf(const LookTile& tile) {
+        return {tile.thumbnail.width() + 7, tile.thumbnail.height() + NameHeight + 10};
+    }
 
-    CEffectListItem(const QString& name, std::uint32_t colour, const QString& background, const Bitmap& thumbnail,
-                    QWidget* parent);
-    QString Name() const;
+    CEffectListItem(const LookTile& tile, const QString& name, std::uint32_t colour, const QString& background,
+                    const Bitmap& thumbnail, QWidget* parent);
+    // The whole name, of which the row shows what fits.
+    QString Name() const { return m_name; }
     // The look in force; the row that the keyboard stands on.
     void SetSelected(bool selected);
     bool IsSelected() const { return m_selected; }
@@ -53,6 +57,8 @@ class CEffectListItem : public CXMLWnd {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    const QSize m_thumbnail;
+    QString m_name;
     bool m_selected = false;
     bool m_focused = false;
 };
@@ -63,9 +69,9 @@ class CEffectListView : public QListWidget {
     Q_OBJECT
 
   public:
-    explicit CEffectListView(QWidget* parent);
+    explicit CEffectListView(QWidget* parent, const LookTile& tile = {});
 
-    // Appends a row from the skin EffectListItem.xml. `colour` is 0xAARRGGBB; `thumbnail` is of the row's thumbnail
+    // Appends a row from the tile's skin. `colour` is 0xAARRGGBB; `thumbnail` is of the row's thumbnail
     // size times the screen's scale.
     void AddEffectItem(const QString& name, std::uint32_t colour, const QString& background, const Bitmap& thumbnail);
     // Selects a row in place of the present one; a negative index and a row that is hidden or disabled are ignored.
@@ -90,5 +96,6 @@ class CEffectListView : public QListWidget {
   private:
     void ShowFocus();
 
+    const LookTile m_tile;
     int m_selected = -1;
 };

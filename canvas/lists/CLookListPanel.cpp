@@ -16,6 +16,7 @@
 #include "Messages.h"
 #include "PC_File.h"
 #include "RunTask.h"
+#include "Truncate.h"
 
 namespace {
 
@@ -53,11 +54,15 @@ QString CLookListPanel::OverlayAttributes(const QString& name) {
         .arg(ThumbnailSize.height());
 }
 
-QWidget* CLookListPanel::CreateControl(const QString& className, QWidget* parent, const QString&) {
+CEffectListView* CLookListPanel::MakeList(QWidget* parent) {
+    return new CEffectListView(parent, m_table.Tile());
+}
+
+QWidget* CLookListPanel::CreateControl(const QString& className, QWidget* parent, const QString& name) {
     if (className == u"CCoverButton") return new CCoverButton(parent);
     for (const LookCategory& category : m_table.Categories()) {
-        if (className != category.listClass) continue;
-        auto* list = new CEffectListView(parent);
+        if (className != category.listClass || name != category.list) continue;
+        CEffectListView* list = MakeList(parent);
         connect(list, &CEffectListView::ItemSelect, this, [this, list](int row) {
             OnNotify({QStringLiteral("itemselect"), list->objectName(), list, row});
         });
@@ -125,23 +130,33 @@ void CLookListPanel::OnNotify(const Notify& notify) {
     }
 }
 
-// The lists begin anew, from the picture as it is now.
+// Lists that show the picture begin anew, from the picture as it is now.
 void CLookListPanel::Open() {
     m_thread.Stop();
     ++m_generation;
     for (auto& [number, entry] : m_lists) {
+        if (!m_table.ShowsPicture()) continue;
         entry.list->Empty();
         entry.looks.clear();
+        m_loaded.erase(number);
     }
-    m_loaded.clear();
-    CLookWnd* canvas = Canvas();
-    m_isOpen = canvas != nullptr;
-    m_thumbnailBase = canvas ? canvas->ThumbnailBase(ThumbnailSize, devicePixelRatioF()) : Bitmap();
-    m_coversDue = !m_thumbnailBase.IsNull();
-    for (const LookCategory& category : m_table.Categories())
-        if (QAbstractButton* button = Button(category)) button->setVisible(!m_table.LooksOf(category.number).empty());
+    m_isOpen = Canvas() != nullptr;
+    m_thumbnailBase = MakeThumbnailBase();
+    m_coversDue = !m_thumbnailBase.IsNull() && m_table.ShowsPicture();
+    for (const LookCategory& category : m_table.Categories()) {
+        QAbstractButton* button = Button(category);
+        if (button) button->setVisible(category.coverFile.isEmpty() || !m_table.LooksOf(category.number).empty());
+    }
     ShowCategory(m_table.Categories().front().number);
     ShowLook();
+}
+
+// What the thumbnails are drawn on; null where they show the picture and there is none.
+Bitmap CLookListPanel::MakeThumbnailBase() const {
+    const QSize size = m_table.Tile().thumbnail;
+    const CLookWnd* canvas = Canvas();
+    if (m_table.ShowsPicture()) return canvas ? canvas->ThumbnailBase(size, devicePixelRatioF()) : Bitmap();
+    return {Truncate(size.width() * devicePixelRatioF()), Truncate(size.height() * devicePixelRatioF())};
 }
 
 void CLookListPanel::Close() {
@@ -179,7 +194,7 @@ std::vector<ThumbnailThread::Step> CLookListPanel::CoverSteps() {
     const Bitmap fine = devicePixelRatioF() > 1.0 ? Canvas()->ThumbnailBase(CoverSize, 2.0) : Bitmap();
     std::vector<ThumbnailThread::Step> steps;
     for (const LookCategory& category : m_table.Categories()) {
-        if (category.button.isEmpty() || m_table.LooksOf(category.number).empty()) continue;
+        if (category.coverFile.isEmpty() || m_table.LooksOf(category.number).empty()) continue;
         steps.push_back([this, base, fine, &category, generation = m_generation] {
             WriteCover(base, category.coverLook, CoverPath(category));
             WriteCover(fine, category.coverLook, FineCoverPath(category));
@@ -201,7 +216,9 @@ void CLookListPanel::WriteCover(const Bitmap& base, int look, const QString& pat
     PC_File().OnSaveHDJpeg(path.toStdWString().c_str(), cover, CoverQuality, 0, nullptr, 0, 100);
 }
 
-HandOffMessage CLookListPanel::MakeRow(const Bitmap& base, int category, int look, std::uint64_t generation) const {
+// Nothing for a look that has nothing to show.
+std::optional<HandOffMessage> CLookListPanel::MakeRow(const Bitmap& base, int category, int look,
+                                                      std::uint64_t generation) const {
     const LookInfo info = m_table.Info(look);
     HandOffMessage row;
     row.tool = m_tool;
@@ -210,7 +227,10 @@ HandOffMessage CLookListPanel::MakeRow(const Bitmap& base, int category, int loo
     row.colour = info.colour;
     row.background = info.overlay;
     row.thumbnail = base;
-    if (!m_table.Render(row.thumbnail, look)) row.thumbnail = base;
+    if (!m_table.Render(row.thumbnail, look)) {
+        if (!m_table.ShowsPicture()) return {};
+        row.thumbnail = base;
+    }
     row.list = category;
     row.generation = generation;
     return row;
@@ -226,8 +246,14 @@ std::vector<ThumbnailThread::Step> CLookListPanel::RowSteps(int category) {
     std::vector<ThumbnailThread::Step> steps;
     for (const int look : m_table.LooksOf(category))
         steps.push_back([this, base, category, look, generation = m_generation] {
-            PostToMain(this, [this, row = MakeRow(base, category, look, generation)] { Host().SendFrame(row); });
+            if (const auto row = MakeRow(base, category, look, generation))
+                PostToMain(this, [this, row = *row] { Host().SendFrame(row); });
         });
+    steps.push_back([this, category, generation = m_generation] {
+        PostToMain(this, [this, category, generation] {
+            if (generation == m_generation) m_loaded.insert(category);
+        });
+    });
     return steps;
 }
 
@@ -237,7 +263,6 @@ void CLookListPanel::AddRow(const HandOffMessage& row) {
     CategoryList& entry = found->second;
     entry.list->AddEffectItem(row.text, row.colour, row.background, row.thumbnail);
     entry.looks.push_back(row.value);
-    if (entry.looks.size() == m_table.LooksOf(row.list).size()) m_loaded.insert(row.list);
     // While a task runs the look is the worker's; the row is then marked when the task is over.
     const CLookWnd* canvas = IsTaskRunning() ? nullptr : Canvas();
     if (canvas && canvas->Look() == row.value) entry.list->SelectItem(entry.list->count() - 1);
@@ -249,7 +274,8 @@ void CLookListPanel::Choose(int category, int row) {
     if (!canvas || Host().IsBusy() || row < 0 || row >= static_cast<int>(looks.size())) return;
     ClearSelections();
     List(category)->SelectItem(row);
-    canvas->RunLook(looks[static_cast<std::size_t>(row)]);
+    const QString click = RowOf(category)->lookClick;
+    if (canvas->RunLook(looks[static_cast<std::size_t>(row)]) && !click.isEmpty()) CountClick(click);
     ShowLook();
     LeaveCompare();
 }
@@ -258,13 +284,13 @@ void CLookListPanel::ShowLook() {
     ClearSelections();
     const CLookWnd* canvas = Canvas();
     const int look = canvas ? canvas->Look() : LookLogic::NoLook;
-    if (look == LookLogic::NoLook) {
-        if (m_strength) m_strength->hide();
-        return;
-    }
     for (auto& [number, entry] : m_lists) {
         const auto row = std::find(entry.looks.begin(), entry.looks.end(), look);
         if (row != entry.looks.end()) entry.list->SelectItem(static_cast<int>(row - entry.looks.begin()));
+    }
+    if (!canvas || !canvas->CanFade()) {
+        if (m_strength) m_strength->hide();
+        return;
     }
     NeedStrength().SetValue(canvas->Alpha());
     NeedStrength().Appear();
@@ -277,7 +303,7 @@ void CLookListPanel::ClearSelections() {
 // A value that comes late, when the tool is left or the look gone, does nothing.
 void CLookListPanel::TakeStrength(int percent, bool moving) {
     CLookWnd* canvas = Canvas();
-    if (!canvas || canvas->Look() == LookLogic::NoLook) return;
+    if (!canvas || !canvas->CanFade()) return;
     canvas->SetStrength(percent, moving);
     LeaveCompare();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <QtCore/QPointer>
 #include <set>
 #include <vector>
@@ -18,10 +19,11 @@ class QAbstractButton;
 struct ToolFacts;
 
 // Base of the panels of tools that lay one look over the picture: lists of looks, each shown on a piece of the user's
-// own picture, in categories behind buttons with covers where there are several, and the strength window. A tool adds
-// the table of its looks.
+// own picture or by a picture that came with it, in categories behind buttons with covers where there are several, and
+// the strength window. A tool adds the table of its looks.
 //
-// A category is filled when it is first shown after the panel was opened (entering the tool, opening a picture). Covers
+// A category is filled when it is first shown after the panel was opened (entering the tool, opening a picture); where
+// the thumbnails don't show the picture, once. Covers
 // and thumbnails are made on a thread of their own, which works on copies and posts each row as it is ready; the rows
 // are made here. Stopping a fill drops the rows that are still under way by their generation. Main thread.
 class CLookListPanel : public CToolPanel {
@@ -54,6 +56,8 @@ class CLookListPanel : public CToolPanel {
     CLookListPanel(ToolHost& host, const ToolFacts& tool, const LookTable& looks, QString stack, QWidget* parent);
 
     QWidget* CreateControl(const QString& className, QWidget* parent, const QString& name) override;
+    // A list of the table's tiles.
+    virtual CEffectListView* MakeList(QWidget* parent);
     void OnNotify(const Notify& notify) override;
     // Turning to the page alone changes nothing.
     void Refresh() override {}
@@ -69,12 +73,13 @@ class CLookListPanel : public CToolPanel {
     QAbstractButton* Button(const LookCategory& category) const;
     int CategoryOf(int look) const;
     void Open();
+    Bitmap MakeThumbnailBase() const;
     void Close();
     void ShowCategory(int category);
     void Fill(int category);
     std::vector<ThumbnailThread::Step> CoverSteps();
     std::vector<ThumbnailThread::Step> RowSteps(int category);
-    HandOffMessage MakeRow(const Bitmap& base, int category, int look, std::uint64_t generation) const;
+    std::optional<HandOffMessage> MakeRow(const Bitmap& base, int category, int look, std::uint64_t generation) const;
     void WriteCover(const Bitmap& base, int look, const QString& path) const;
     void ShowCover(const LookCategory& category);
     void AddRow(const HandOffMessage& row);

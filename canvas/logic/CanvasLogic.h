@@ -67,8 +67,8 @@ class CanvasLogic : public StepSource {
     // The picture worked on, full size; null without one.
     virtual const Bitmap& Picture() const = 0;
     bool HasPicture() const { return !Picture().IsNull(); }
-    // Size of the picture in pixels; 0 x 0 without one.
-    QSize ImageSize() const { return {Picture().Width(), Picture().Height()}; }
+    // Size of what is shown in picture pixels, the picture's own here; 0 x 0 without one.
+    virtual QSize ImageSize() const { return {Picture().Width(), Picture().Height()}; }
     // The full picture as it would be saved, pending work included; null without one. May take a full pass.
     virtual Bitmap RenderResult() = 0;
 

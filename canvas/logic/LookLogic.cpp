@@ -35,6 +35,7 @@ LookLogic::~LookLogic() {
 void LookLogic::ForgetAll() {
     State fresh;
     fresh.fileLook = m_state.fileLook;
+    fresh.fileSize = m_state.fileSize;
     fresh.fileBase = m_state.fileBase;
     m_state = fresh;
 }
@@ -44,14 +45,32 @@ void LookLogic::TakeSource(const Bitmap& picture) {
     m_state.source = m_state.effect = picture;
 }
 
+bool LookLogic::HasSourceSize(const Bitmap& result) const {
+    return result.Width() == m_state.source.Width() && result.Height() == m_state.source.Height();
+}
+
+bool LookLogic::CanFade() const {
+    return HasLook() && HasSourceSize(m_state.effect) && Fades(m_state.look);
+}
+
+// The source stands below a look that can be faded alone.
+std::vector<Bitmap> LookLogic::Layers() const {
+    if (HasLook() && !CanFade()) return {m_state.effect};
+    return {m_state.source, m_state.effect};
+}
+
 bool LookLogic::ApplyLook(int look, CObjProgress* progress) {
+    m_failed = false;
     return HasPicture() && Exists(look) && Whole([&] { return RunLook(look, progress); });
 }
 
 bool LookLogic::RunLook(int look, CObjProgress* progress) {
     const ProgressSpan span{progress, 0, LookEnd};
     Bitmap effect = m_state.source;
-    if (!Compute(effect, look, span) || !span.CanContinue()) return false;
+    if (!Compute(effect, look, span) || !span.CanContinue()) {
+        m_failed = span.CanContinue();
+        return false;
+    }
     m_state.effect = effect;
     m_state.result = {};
     m_state.look = look;
@@ -66,7 +85,7 @@ bool LookLogic::RunLook(int look, CObjProgress* progress) {
 
 void LookLogic::SetAlpha(int percent) {
     const int alpha = std::clamp(percent, 0, 100);
-    if (!HasPicture() || !HasLook() || alpha == m_state.alpha) return;
+    if (!HasPicture() || !CanFade() || alpha == m_state.alpha) return;
     Whole([&] {
         m_state.alpha = alpha;
         m_state.recorded = false;
@@ -78,8 +97,8 @@ void LookLogic::SetAlpha(int percent) {
 // From the source's side, while the full pass goes from the effect's side: both give source * (1 - a) + effect * a, and
 // each starts from the bitmap that it has to copy anyway.
 void LookLogic::Compose(Bitmap& shown, const std::vector<Bitmap>& views, const QRect&, double) const {
-    if (m_state.alpha == 100) {
-        shown = views[1];
+    if (!IsFaded()) {
+        shown = views.back();
         return;
     }
     if (shown.SharesPixelsWith(views[1])) shown = {};
@@ -88,7 +107,7 @@ void LookLogic::Compose(Bitmap& shown, const std::vector<Bitmap>& views, const Q
 }
 
 Bitmap LookLogic::RenderResult() {
-    if (m_state.alpha == 100 || !m_state.effect) return m_state.effect;
+    if (!IsFaded()) return m_state.effect;
     if (!m_state.result || m_state.resultAlpha != m_state.alpha) {
         m_state.result = m_state.effect;
         Mix(m_state.result, m_state.source, 1.0 - m_state.alpha * 0.01);
@@ -115,6 +134,7 @@ void LookLogic::SaveLookFile() {
     m_state.fileBase.clear();
     const bool saved = PC_File::ImageSaveTobinary(m_state.effect, m_lookFile.toStdWString());
     m_state.fileLook = saved ? m_state.look : NoLook;
+    m_state.fileSize = ImageSize();
 }
 
 // A step that was stored knows the snapshot that its look was run on. A snapshot of the result is not the source that
@@ -133,6 +153,7 @@ bool LookLogic::LoadStep(std::unique_ptr<CHistoryStep> step) {
     const QString path = step->GetImagePath();
     const Bitmap source = path == m_state.snapshotPath && HasPicture() ? m_state.source : step->ReadImage();
     if (!source) return false;
+    m_failed = false;
     TakeSource(source);
     m_state.snapshotPath = path;
     for (const auto& record : step->Params()) {
@@ -144,6 +165,7 @@ bool LookLogic::LoadStep(std::unique_ptr<CHistoryStep> step) {
     if (HasLook()) m_state.effect = ReadLook(*step);
     if (!m_state.effect) {
         // The look can't be had any more: the picture before it is still better than none.
+        m_failed = true;
         m_state.effect = source;
         m_state.look = NoLook;
         m_state.alpha = 100;
@@ -156,12 +178,11 @@ bool LookLogic::LoadStep(std::unique_ptr<CHistoryStep> step) {
 // The look's result from its file, or run again where the file is missing, damaged or of another picture or look. Null
 // when it can't be run.
 Bitmap LookLogic::ReadLook(const CHistoryStep& step) {
-    const Bitmap& source = m_state.source;
     if (m_state.fileLook == m_state.look && m_state.fileBase == step.GetImagePath()) {
         const Bitmap read = PC_File::ImageReadFrombinary(m_lookFile.toStdWString());
-        if (read.Width() == source.Width() && read.Height() == source.Height()) return read;
+        if (read && QSize(read.Width(), read.Height()) == m_state.fileSize) return read;
     }
     m_state.fileLook = NoLook;
-    Bitmap effect = source;
+    Bitmap effect = m_state.source;
     return Compute(effect, m_state.look, {}) ? effect : Bitmap();
 }

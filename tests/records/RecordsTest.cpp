@@ -6,6 +6,7 @@
 #include "AdjustParams.h"
 #include "CHistoryStep.h"
 #include "EffectParams.h"
+#include "FrameParams.h"
 #include "ImageParams.h"
 #include "TestPictures.h"
 
@@ -61,7 +62,16 @@ EffectParams Filled() {
 template <class Record>
 class RecordTest : public testing::Test {};
 
-using Records = testing::Types<AutoOptimizeParams, BasicAdjustParams, AdvanceAdjustParams, EffectParams>;
+template <>
+FrameParams Filled() {
+    FrameParams r;
+    r.FramePath = QStringLiteral("frame.nlf");
+    r.FrameType = FrameOrnate;
+    r.Alpha = 30;
+    return r;
+}
+
+using Records = testing::Types<AutoOptimizeParams, BasicAdjustParams, AdvanceAdjustParams, EffectParams, FrameParams>;
 TYPED_TEST_SUITE(RecordTest, Records);
 
 TYPED_TEST(RecordTest, CloneIsOfTheSameClassWithOrderAndEveryField) {
@@ -86,6 +96,7 @@ TEST(Records, TypeNumbersAreTheKnownOnes) {
     EXPECT_EQ(BasicAdjustParams().GetType(), 2);
     EXPECT_EQ(AdvanceAdjustParams().GetType(), 3);
     EXPECT_EQ(EffectParams().GetType(), 4);
+    EXPECT_EQ(FrameParams().GetType(), 6);
     EXPECT_EQ(ImageParams().GetType(), 8);
 }
 
@@ -101,6 +112,9 @@ TEST(Records, DefaultsAreTheKnownOnes) {
               std::set({0}));
     EXPECT_EQ(EffectParams().EffectIndex, -1);
     EXPECT_EQ(EffectParams().Alpha, 100);
+    EXPECT_TRUE(FrameParams().FramePath.isEmpty());
+    EXPECT_EQ(FrameParams().FrameType, FrameNone);
+    EXPECT_EQ(FrameParams().Alpha, 100);
     EXPECT_TRUE(ImageParams().path.isEmpty());
     EXPECT_TRUE(ImageParams().image.IsNull());
     EXPECT_FALSE(ImageParams().save);

@@ -8,11 +8,13 @@
 #include <QtWidgets/QPushButton>
 
 #include "AdjustSliders.h"
+#include "AppPaths.h"
 #include "CAdjustWnd.h"
 #include "CChunCaiShowWnd.h"
 #include "CCutWnd.h"
 #include "CEffectWnd.h"
 #include "CHistoryManager.h"
+#include "CImageFrameWnd.h"
 #include "CMidTopEditTool.h"
 #include "CMoPiWnd.h"
 #include "CMRYiJianMeiYanWnd.h"
@@ -20,6 +22,7 @@
 #include "CSizeWnd.h"
 #include "CWordWnd.h"
 #include "FailingMemory.h"
+#include "FrameCatalogue.h"
 #include "FrameFixture.h"
 #include "Language.h"
 #include "Strokes.h"
@@ -27,8 +30,8 @@
 
 namespace {
 
-constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Effects = 7, Looks = 8, Smooth = 10, Spots = 11,
-              Enlarge = 12, Circles = 13, RedEye = 15, Slim = 16, Lips = 17;
+constexpr int Adjust = 1, Crop = 2, Rotate = 3, Resize = 4, Text = 5, Frames = 6, Effects = 7, Looks = 8, Smooth = 10,
+              Spots = 11, Enlarge = 12, Circles = 13, RedEye = 15, Slim = 16, Lips = 17;
 
 // Reads every message box as a user would, and keeps its text.
 class Reader : public QObject {
@@ -92,6 +95,29 @@ void FadeLook(CMidWnd& mid) {
     RunLook3(mid);
     CanvasOf<CMRYiJianMeiYanWnd>(mid).SetStrength(40, false);
 }
+void PutFrame(CMidWnd& mid, int kind, const QString& file) {
+    CanvasOf<CImageFrameWnd>(mid).RunLook(FrameNumber(kind, ResourcePath(QStringLiteral("Sucai/Biankuang/") + file)));
+}
+void PutMat(CMidWnd& mid) {
+    PutFrame(mid, FrameSimple, QStringLiteral("JianDan/MatWhite.vnbkwz"));
+}
+void PutGoldLine(CMidWnd& mid) {
+    PutFrame(mid, FrameSimple, QStringLiteral("JianDan/GoldLine.nlf"));
+}
+void PutStars(CMidWnd& mid) {
+    PutFrame(mid, FrameOrnate, QStringLiteral("XuanCai/Stars.vnbkxc"));
+}
+void PutLace(CMidWnd& mid) {
+    PutFrame(mid, FrameOrnate, QStringLiteral("XuanCai/Lace.vnbkxc"));
+}
+void FadeStars(CMidWnd& mid) {
+    PutStars(mid);
+    CanvasOf<CImageFrameWnd>(mid).SetStrength(40, false);
+}
+void PutMatAndUndo(CMidWnd& mid) {
+    PutMat(mid);
+    mid.Canvas()->OnUndo();
+}
 void PaintOnce(CMidWnd& mid) {
     CBaseWnd& canvas = *mid.Canvas();
     const QPoint middle = canvas.rect().center();
@@ -151,6 +177,15 @@ const Act Acts[] = {
     {"effect", Effects, Nothing, RunEffect5},
     {"secondEffect", Effects, Fade, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).RunLook(20); }},
     {"strength", Effects, RunEffect5, [](CMidWnd& mid) { CanvasOf<CEffectWnd>(mid).SetStrength(40, false); }},
+    {"frame", Frames, Nothing, PutMat},
+    {"stripFrame", Frames, Nothing, PutGoldLine},
+    {"ornateFrame", Frames, Nothing, PutStars},
+    {"ornateFrameOfAlpha", Frames, PutMat, PutLace},
+    {"secondFrame", Frames, FadeStars, PutMat},
+    {"frameStrength", Frames, PutStars, [](CMidWnd& mid) { CanvasOf<CImageFrameWnd>(mid).SetStrength(40, false); }},
+    {"undoFrame", Frames, PutMat, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
+    {"redoFrame", Frames, PutMatAndUndo, [](CMidWnd& mid) { mid.Canvas()->OnRedo(); }},
+    {"toolChangeFramed", Frames, FadeStars, [](CMidWnd& mid) { mid.SwitchTool(Adjust); }},
     {"stroke", Lips, Nothing, PaintOnce},
     {"brushStrength", Lips, PaintRed, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetStrength(20); }},
     {"brushColour", Lips, PaintRed, [](CMidWnd& mid) { CanvasOf<CChunCaiShowWnd>(mid).SetColor(40, 90, 200); }},

@@ -9,12 +9,14 @@
 #include "CCutWnd.h"
 #include "CEffectWnd.h"
 #include "CHistoryManager.h"
+#include "CImageFrameWnd.h"
 #include "CLeftPanel.h"
 #include "CMRYiJianMeiYanWnd.h"
 #include "CRotateWnd.h"
 #include "CSizeWnd.h"
 #include "CToolPanel.h"
 #include "CWordWnd.h"
+#include "FrameCatalogue.h"
 #include "FrameFixture.h"
 #include "Language.h"
 #include "Strokes.h"
@@ -43,6 +45,11 @@ const std::map<int, std::function<void(CBaseWnd&)>> Works{
     {3, [](CBaseWnd& canvas) { static_cast<CRotateWnd&>(canvas).Turn(&CRotateLogic::TurnRight); }},
     {4, [](CBaseWnd& canvas) { static_cast<CSizeWnd&>(canvas).ApplySize(1000, 1100); }},
     {5, [](CBaseWnd& canvas) { static_cast<CWordWnd&>(canvas).AddText(QStringLiteral("Rows"), {}); }},
+    {6,
+     [](CBaseWnd& canvas) {
+         static_cast<CImageFrameWnd&>(canvas).RunLook(
+             FrameNumber(FrameSimple, ResourcePath(QStringLiteral("Sucai/Biankuang/JianDan/GoldLine.nlf"))));
+     }},
     {7, [](CBaseWnd& canvas) { static_cast<CEffectWnd&>(canvas).RunLook(5); }},
     {8, [](CBaseWnd& canvas) { static_cast<CMRYiJianMeiYanWnd&>(canvas).RunLook(3); }},
     {9, PaintOnce},
