@@ -10,6 +10,7 @@
 #include "QtTexts.h"
 #include "SingleInstance.h"
 #include "StartUp.h"
+#include "Statistics.h"
 #include "Style.h"
 
 int CVNSSApp::InitInstance(const QStringList& arguments) {
@@ -30,7 +31,10 @@ int CVNSSApp::InitInstance(const QStringList& arguments) {
         Install(version.c_str(), folder.c_str());
     };
     const StartUpResult start = RunStartUp(arguments, services);
-    if (!start.updating) RunFrame(start.picture, instance);
+    {
+        const CStatistics statistics;
+        if (!start.updating) RunFrame(start.picture, instance);
+    }
     ExitInstance();
     return 0;
 }

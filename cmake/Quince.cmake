@@ -67,16 +67,21 @@ endfunction()
 add_custom_target(quince_tsan_tests)
 add_custom_target(quince_unit_tests)
 
-# quince_test(name SOURCES files... LINKS targets... [GUI] [LABELS labels...] [TIMEOUT seconds])
-# One test program. GUI ones get a real window system (the test command starts a virtual one when there is none). The
+# quince_test(name SOURCES files... LINKS targets... [GUI] [ONLINE] [LABELS labels...] [TIMEOUT seconds])
+# One test program. GUI ones get a real window system (the test command starts a virtual one when there is none) and end
+# when anything in them opens an internet socket, unless they are ONLINE, for windows that talk to the test's server. The
 # label tsan is for those that run work on more than one thread, the label quality for those that measure whole portraits.
 function(quince_test name)
-    cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "GUI;ONLINE" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     if(ARG_GUI)
-        target_link_libraries(${name} PRIVATE quince_test_gui_main)
+        if(ARG_ONLINE)
+            target_link_libraries(${name} PRIVATE quince_test_online_main)
+        else()
+            target_link_libraries(${name} PRIVATE quince_test_gui_main)
+        endif()
         # Windows are made of skins, texts and icons.
         add_dependencies(${name} quince_resources)
         set(kind gui)

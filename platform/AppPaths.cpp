@@ -74,10 +74,14 @@ QString ConfigIni() {
     return AppPath(QStringLiteral("Config.ini"));
 }
 
+QString ProgramPath(const QString& name) {
+    return NativePath(ProgramDir() + u'/' + name);
+}
+
 QString ResourcePath(const QString& name) {
     const QString own = AppPath(name);
     if (Exists(own)) return own;
-    const QString installed = NativePath(ProgramDir() + u'/' + name);
+    const QString installed = ProgramPath(name);
     return Exists(installed) ? installed : own;
 }
 

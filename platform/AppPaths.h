@@ -16,6 +16,10 @@ QString AppPath(const QString& name);
 // AppDir/Config.ini: the settings.
 QString ConfigIni();
 
+// A program that was installed beside this one: the folder of the program file + "/" + name. Never looked for where a
+// user could put one.
+QString ProgramPath(const QString& name);
+
 // A resource that came with the program: in AppDir when it exists there (so that a user can replace one), else in the
 // folder of the program file. The AppDir path when it is in neither.
 QString ResourcePath(const QString& name);

@@ -2,20 +2,25 @@
 #include "Companions.h"
 
 #include <unistd.h>
+
+#include <array>
 #include <QtNetwork/QLocalSocket>
 
+#include "AppPaths.h"
 #include "LocalPeer.h"
+#include "X11Windows.h"
 
 namespace {
 
-// A window's class and title were used either way round by the companions' versions.
-constexpr const char* Windows[] = {"QUINCE Twitter", "Twitter", "QUINCE Facebook", "Facebook"};
+constexpr std::array<CompanionRow, 2> Rows{
+    {{"vantu_quince_twitter_process", "Twitter.exe", "Twitter", "QUINCE Twitter"},
+     {"vantu_quince_facebook_process", "FaceBook.exe", "Facebook", "QUINCE Facebook"}}};
 
-bool RaiseIfVisible(const QString& window, std::chrono::milliseconds patience) {
+bool RaiseBySocket(Companion companion, std::chrono::milliseconds patience) {
     const QDeadlineTimer deadline(patience);
     QLocalSocket socket;
     socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(CompanionSocketName(window));
+    socket.connectToServer(CompanionSocketName(companion));
     if (!socket.waitForConnected(Remaining(deadline))) return false;
     ucred peer = {};
     if (!PeerOf(static_cast<int>(socket.socketDescriptor()), peer) || peer.uid != ::geteuid()) return false;
@@ -26,12 +31,28 @@ bool RaiseIfVisible(const QString& window, std::chrono::milliseconds patience) {
 
 }  // namespace
 
-QString CompanionSocketName(const QString& window) {
-    return window + u'-' + QString::number(::geteuid());
+const CompanionRow& RowOf(Companion companion) {
+    return Rows[static_cast<std::size_t>(companion)];
+}
+
+Companion CompanionNamed(const QString& stem) {
+    const bool facebook = stem.compare(QLatin1String("FaceBook"), Qt::CaseInsensitive) == 0;
+    return facebook ? Companion::Facebook : Companion::Twitter;
+}
+
+bool RaiseCompanion(Companion companion, std::chrono::milliseconds patience) {
+    const CompanionRow& row = RowOf(companion);
+    return RaiseBySocket(companion, patience) || RaiseX11Window(row.windowClass, row.windowTitle);
 }
 
 bool RaiseOpenCompanion(std::chrono::milliseconds patience) {
-    for (const char* window : Windows)
-        if (RaiseIfVisible(QLatin1String(window), patience)) return true;
-    return false;
+    return RaiseCompanion(Companion::Twitter, patience) || RaiseCompanion(Companion::Facebook, patience);
+}
+
+QString CompanionSocketName(Companion companion) {
+    return QLatin1String(RowOf(companion).semaphore) + u'-' + QString::number(::geteuid());
+}
+
+QString CompanionLockFile(Companion companion) {
+    return AppPath(CompanionSocketName(companion) + QStringLiteral(".lock"));
 }

@@ -8,6 +8,7 @@
 #include <SimpleIni.h>
 #include <sys/stat.h>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <QtCore/QFile>
@@ -89,15 +90,24 @@ class IniText {
     QString With(const QString& section, const QString& key, const QString& value) {
         m_ini.SetValue(section.toUtf8().constData(), key.toUtf8().constData(), value.toUtf8().constData(), nullptr,
                        true);
+        return Saved();
+    }
+    // The same without the key.
+    QString Without(const QString& section, const QString& key) {
+        m_ini.Delete(section.toUtf8().constData(), key.toUtf8().constData());
+        return Saved();
+    }
+
+    bool Valid() const { return m_valid; }
+
+  private:
+    QString Saved() const {
         std::string text;
         if (m_ini.Save(text) < 0) return {};
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
             .replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
     }
 
-    bool Valid() const { return m_valid; }
-
-  private:
     CSimpleIniA m_ini;
     bool m_valid = false;
 };
@@ -161,6 +171,21 @@ IniCache& Cache() {
     return cache;
 }
 
+// Changes a file as `change` says; one writer at a time in this process, so that two changes keep both.
+bool Rewrite(const QString& iniPath, const std::function<QByteArray(const QByteArray&)>& change) {
+    static std::mutex lock;
+    const std::lock_guard<std::mutex> guard(lock);
+    const QString path = NativePath(iniPath);
+    QByteArray bytes;
+    if (!ReadBytes(path, bytes) && QFile::exists(path)) return false;
+    const QByteArray written = change(bytes);
+    if (written.isEmpty()) return false;
+    // Most settings are written again as they are; that need not wait for the disk.
+    if (written == bytes) return true;
+    WholeFile file(QFile::encodeName(path).toStdString());
+    return file.Open() && file.Write(written.constData(), static_cast<std::size_t>(written.size())) && file.Commit();
+}
+
 int LeadingNumber(const QString& text) {
     const QString digits = text.trimmed();
     const bool negative = digits.startsWith(u'-');
@@ -187,18 +212,16 @@ int GetProfileInt(const QString& section, const QString& key, int defaultValue, 
 }
 
 bool WriteProfileString(const QString& section, const QString& key, const QString& value, const QString& iniPath) {
-    // One writer at a time in this process, so that two writes keep both values.
-    static std::mutex lock;
-    const std::lock_guard<std::mutex> guard(lock);
-    const QString path = NativePath(iniPath);
-    QByteArray bytes;
-    if (!ReadBytes(path, bytes) && QFile::exists(path)) return false;
-    const QByteArray written = ProfileBytesWith(bytes, section, key, value);
-    if (written.isEmpty()) return false;
-    // Most settings are written again as they are; that need not wait for the disk.
-    if (written == bytes) return true;
-    WholeFile file(QFile::encodeName(path).toStdString());
-    return file.Open() && file.Write(written.constData(), static_cast<std::size_t>(written.size())) && file.Commit();
+    return Rewrite(iniPath, [&](const QByteArray& bytes) { return ProfileBytesWith(bytes, section, key, value); });
+}
+
+bool DeleteProfileKey(const QString& section, const QString& key, const QString& iniPath) {
+    if (GetProfileString(section, key, QString(), iniPath).isNull()) return true;
+    return Rewrite(iniPath, [&](const QByteArray& bytes) {
+        IniText ini(bytes);
+        const QString text = ini.Valid() ? ini.Without(section, key) : QString();
+        return text.isEmpty() ? QByteArray() : Encode(text, EncodingOf(bytes));
+    });
 }
 
 QString ProfileStringFromBytes(const QByteArray& bytes, const QString& section, const QString& key,

@@ -24,6 +24,9 @@ int GetProfileInt(const QString& section, const QString& key, int defaultValue, 
 // file cannot be written, or exists and cannot be read; it is then as it was.
 bool WriteProfileString(const QString& section, const QString& key, const QString& value, const QString& iniPath);
 
+// Removes one key; true when it is gone, and also when it never was there.
+bool DeleteProfileKey(const QString& section, const QString& key, const QString& iniPath);
+
 // GetProfileString on the bytes of a file.
 QString ProfileStringFromBytes(const QByteArray& bytes, const QString& section, const QString& key,
                                const QString& defaultValue);

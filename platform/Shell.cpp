@@ -10,7 +10,7 @@
 QString ProgramFileFor(const QString& path) {
     const QFileInfo file(NativePath(path));
     const bool companion = file.suffix().compare(QLatin1String("exe"), Qt::CaseInsensitive) == 0;
-    return companion ? AppPath(file.completeBaseName()) : file.filePath();
+    return companion ? ProgramPath(file.completeBaseName()) : file.filePath();
 }
 
 bool StartProgram(const QString& path, const QStringList& arguments) {
@@ -19,10 +19,33 @@ bool StartProgram(const QString& path, const QStringList& arguments) {
     return QProcess::startDetached(program.absoluteFilePath(), arguments);
 }
 
+namespace {
+
+// The desktop's own tools, so that this layer needs no window library.
+bool StartDesktopTool(const char* tool, const QStringList& arguments) {
+    const QString program = QStandardPaths::findExecutable(QLatin1String(tool));
+    return !program.isEmpty() && QProcess::startDetached(program, arguments);
+}
+
+}  // namespace
+
 bool OpenFolder(const QString& path) {
     const QFileInfo folder(NativePath(path));
-    // The desktop's own opener, so that this layer needs no window library.
-    const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    if (path.isEmpty() || !folder.isDir() || opener.isEmpty()) return false;
-    return QProcess::startDetached(opener, {folder.absoluteFilePath()});
+    return !path.isEmpty() && folder.isDir() && StartDesktopTool("xdg-open", {folder.absoluteFilePath()});
+}
+
+bool OpenFile(const QString& path) {
+    const QFileInfo file(NativePath(path));
+    return !path.isEmpty() && file.isFile() && StartDesktopTool("xdg-open", {file.absoluteFilePath()});
+}
+
+bool OpenPage(const QString& address) {
+    return address.startsWith(QLatin1String("https://"), Qt::CaseInsensitive) &&
+           StartDesktopTool("xdg-open", {address});
+}
+
+bool WriteMail(const QString& subject, const QString& attachment) {
+    const QFileInfo file(NativePath(attachment));
+    return file.isFile() && StartDesktopTool("xdg-email", {QStringLiteral("--subject"), subject,
+                                                           QStringLiteral("--attach"), file.absoluteFilePath()});
 }

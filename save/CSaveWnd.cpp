@@ -16,7 +16,9 @@
 
 #include "AppPaths.h"
 #include "BusyCursor.h"
+#include "CImageInfoWnd.h"
 #include "ClickCount.h"
+#include "Companions.h"
 #include "CSliderCtrl.h"
 #include "DialogKeys.h"
 #include "Language.h"
@@ -24,7 +26,6 @@
 #include "MessageBox.h"
 #include "PC_File.h"
 #include "QualitySlider.h"
-#include "Shell.h"
 #include "SkinIcons.h"
 #include "Style.h"
 
@@ -100,6 +101,11 @@ void CSaveWnd::OnClick(const QString& name) {
     if (name == u"BtnSaveModify") ChooseFolder();
     if (name == u"BtnSaveHuaZhi") ToggleQualityPanel();
     if (name == u"BtnCover") ToggleCover();
+    if (name == u"BtnSaveExif") ShowInfo();
+    // Across, as it has always been: each button looks for the other companion. The companion itself does not run
+    // twice.
+    if (name == u"BtnFaceBook") Share(Companion::Twitter, Companion::Facebook);
+    if (name == u"BtnTwitter") Share(Companion::Facebook, Companion::Twitter);
     if (name == u"BtnSaveOpenFile") OpenAnother();
     if (name == u"BtnSaveOpenPath") OpenSavedFolder();
 }
@@ -255,6 +261,22 @@ void CSaveWnd::OpenAnother() {
         EndModal(ResultYes);
     }
     CountClick(QStringLiteral("888060601"));
+}
+
+// Only a click that opens the window counts.
+void CSaveWnd::ShowInfo() {
+    auto* option = Find<QAbstractButton>(QStringLiteral("BtnSaveExif"));
+    if (option->isChecked() && ShowImageInfo(option, m_request.info, m_request.sourcePath))
+        CountClick(QStringLiteral("8880604"));
+}
+
+// The file is called PNG, but its format is the chosen one: the companion looks at what it holds. A picture that cannot
+// be written goes without a path.
+void CSaveWnd::Share(Companion tested, Companion started) {
+    if (RaiseCompanion(tested)) return;
+    const QString path = AppPath(QStringLiteral("Temp/SendImag.png"));
+    const QStringList arguments = Write(path) ? QStringList(path) : QStringList();
+    m_request.startProgram(AppPath(QLatin1String(RowOf(started).program)), arguments);
 }
 
 void CSaveWnd::OpenSavedFolder() {

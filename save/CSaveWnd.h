@@ -7,9 +7,12 @@
 #include "Bitmap.h"
 #include "CXMLWnd.h"
 #include "SavePlan.h"
+#include "Shell.h"
 
 class CSliderCtrl;
 class PC_File;
+enum class Companion;
+struct tag_ImageInfo;
 class QAbstractButton;
 class QComboBox;
 class QLabel;
@@ -25,11 +28,14 @@ struct SaveRequest {
     QString sourcePath;  // of the picture that the session holds
     Bitmap picture;
     PC_File* file = nullptr;
+    const tag_ImageInfo* info = nullptr;  // of the opened picture; null when nothing is known
     AfterSave afterSave = AfterSave::ShowPage;
     // The file of the opened picture holds a larger one than `picture` was made of, so overwriting it loses detail.
     bool sourceIsLarger = false;
     // Called after each written file, before the window goes on; may be empty.
     std::function<void(const QString& path)> saved;
+    // Starts a companion; what becomes of it is not asked.
+    std::function<bool(const QString& path, const QStringList& arguments)> startProgram = StartProgram;
     // Runs the main window's open command with `owner` as the owner of its dialogs; true when a picture was opened.
     std::function<bool(QWidget* owner)> openAnother;
 };
@@ -80,6 +86,8 @@ class CSaveWnd : public CXMLWnd {
     void ShowSavedPage(const QString& path);
     void OpenAnother();
     void OpenSavedFolder();
+    void ShowInfo();
+    void Share(Companion tested, Companion started);
 
     SaveRequest m_request;
     SaveOutcome& m_outcome;

@@ -7,6 +7,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringDecoder>
 #include <QtCore/QStringEncoder>
+#include <utility>
 
 #include "AppPaths.h"
 #include "WholeFile.h"
@@ -71,6 +72,11 @@ std::map<QString, int> CClickCount::Counts() const {
 void CClickCount::Clear() {
     const std::lock_guard<std::mutex> guard(m_lock);
     m_counts.clear();
+}
+
+std::map<QString, int> CClickCount::Take() {
+    const std::lock_guard<std::mutex> guard(m_lock);
+    return std::exchange(m_counts, {});
 }
 
 void CClickCount::LoadBytes(const QByteArray& bytes) {

@@ -33,6 +33,8 @@ class CClickCount {
     // A copy of the counts, and the way to empty them.
     std::map<QString, int> Counts() const;
     void Clear();
+    // Both at once, so that no click falls between.
+    std::map<QString, int> Take();
 
     // The same on the bytes of a file.
     void LoadBytes(const QByteArray& bytes);

@@ -5,9 +5,12 @@
 #include <QtCore/QDir>
 #include <QtTest/QTest>
 
+#include "AppPaths.h"
 #include "CBaseWnd.h"
 #include "CMainFrameWnd.h"
+#include "CShareWnd.h"
 #include "Driver.h"
+#include "IniFile.h"
 #include "Language.h"
 #include "Stage.h"
 #include "Strokes.h"
@@ -20,7 +23,7 @@ class Album {
         QDir().mkpath(m_folder);
     }
     // A picture of the window under a name that says what it shows.
-    void Keep(CMainFrameWnd& frame, const QString& what) const {
+    void Keep(QWidget& frame, const QString& what) const {
         const QString path = QStringLiteral("%1/%2%3.jpg").arg(m_folder, what, m_suffix);
         if (!Driver::Shot(&frame).save(path, nullptr, Quality)) qFatal("can't write %s", qPrintable(path));
     }
@@ -231,6 +234,43 @@ void KeepSaving(CMainFrameWnd& frame, const Album& album) {
                   });
 }
 
+// Opens a window by a button, keeps its picture, and closes it.
+void KeepDialog(CMainFrameWnd& frame, const Album& album, const char* button, const char* awaited, const char* what) {
+    Driver::Modal([=] { Driver::Click(QLatin1String(button)); }, QLatin1String(awaited),
+                  [&] {
+                      album.Keep(frame, QLatin1String(what));
+                      Driver::Key(Qt::Key_Escape);
+                  });
+}
+
+void KeepSetting(CMainFrameWnd& frame, const Album& album, const char* entry, const char* awaited, const char* what) {
+    Driver::Click(QStringLiteral("btnSetting"));
+    KeepDialog(frame, album, entry, awaited, what);
+}
+
+// Information, settings, feedback and sharing; what needs an address is shown without one and with one.
+void KeepAround(CMainFrameWnd& frame, const Album& album, const QString& picture) {
+    Driver::Click(QStringLiteral("OptExif"));
+    album.Keep(frame, QStringLiteral("information"));
+    Driver::Key(Qt::Key_Escape);
+    Driver::Click(QStringLiteral("btnSetting"));
+    album.Keep(frame, QStringLiteral("settings"));
+    Driver::Key(Qt::Key_Escape);
+    KeepSetting(frame, album, "ElementSetting", "Opt1", "settings-size");
+    KeepSetting(frame, album, "ElementAbout", "BtnWebSite", "about");
+    KeepSetting(frame, album, "ElementNetwork", "OptSend", "network-silent");
+    KeepDialog(frame, album, "btnAdjust", "EditReason", "feedback-silent");
+    for (const char* key : {"Analytics", "Data", "Feedback"})
+        WriteProfileString(QStringLiteral("Addresses"), QLatin1String(key), QStringLiteral("quince.example"),
+                           AppPath(QStringLiteral("Addresses.ini")));
+    KeepSetting(frame, album, "ElementNetwork", "OptSend", "network");
+    KeepDialog(frame, album, "btnAdjust", "EditReason", "feedback");
+    CShareWnd share(picture, QStringLiteral("QUINCE Twitter"));
+    share.move(300, 100);
+    share.show();
+    album.Keep(share, QStringLiteral("share"));
+}
+
 void KeepQuestion(CMainFrameWnd& frame, const Album& album) {
     Driver::DragSlider(QStringLiteral("Baohedu"), 12);
     Driver::Modal([&] { frame.close(); }, QStringLiteral("BtnCancel"),
@@ -259,6 +299,7 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     KeepEditing(frame, album);
     KeepTexts(frame, album);
     KeepSaving(frame, album);
+    KeepAround(frame, album, picture);
     KeepQuestion(frame, album);
     frame.resize(1920, 1080);
     album.Keep(frame, QStringLiteral("main-1920x1080"));

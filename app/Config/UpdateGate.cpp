@@ -50,9 +50,8 @@ bool RunUpdateGate(const UpdateServices& services) {
     return true;
 }
 
-void RunUpdateCheck(const UpdateServices& services) {
-    if (GetProfileInt(QStringLiteral("RunOnce"), QStringLiteral("Run"), 0, ConfigIni()) == 0) return;
-    if (!services.networkAlive()) return;
+void RunUpdateCheck(const UpdateServices& services, const QString& address, bool firstRun) {
+    if (firstRun || address.isEmpty() || !services.networkAlive()) return;
     services.startProgram(AppPath(QStringLiteral("Update.exe")), {QStringLiteral("check")});
     Log("============[QUINCE][FrameWnd][Line:%d]InitWindow=================", CheckLogLine);
 }

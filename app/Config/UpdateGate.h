@@ -18,7 +18,7 @@ struct UpdateServices {
 // however it ends. True when the updater was started: this program then ends without a window. Main thread.
 bool RunUpdateGate(const UpdateServices& services);
 
-// The second hand-off, once the main window stands: on every run but the first ([RunOnce] Run of Config.ini is not 0)
-// and with a network, the updater looks for a new version beside the running program. Whether it starts is not checked.
-// Main thread.
-void RunUpdateCheck(const UpdateServices& services);
+// The second hand-off, once the main window stands: on every run but the first, with an address for updates and with a
+// network, the updater looks for a new version beside the running program. Whether it starts is not checked. Main
+// thread.
+void RunUpdateCheck(const UpdateServices& services, const QString& address, bool firstRun);

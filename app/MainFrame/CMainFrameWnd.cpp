@@ -4,12 +4,14 @@
 #include <QtCore/QEventLoop>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QScreen>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QFileDialog>
 #include <utility>
 
 #include "AppPaths.h"
 #include "CBaseWnd.h"
 #include "CDlgProgressCtrl.h"
+#include "CImageInfoWnd.h"
 #include "CLeftPanel.h"
 #include "ClickCount.h"
 #include "CMaskWnd.h"
@@ -23,7 +25,6 @@
 #include "RunTask.h"
 #include "SizeCheck.h"
 #include "StartMarks.h"
-#include "StartUp.h"
 
 CMainFrameWnd::CMainFrameWnd(const QString& openFile, ToolTable tools)
     : m_tools(std::move(tools)), m_strOpenFile(openFile) {
@@ -46,12 +47,19 @@ QWidget* CMainFrameWnd::CreateControl(const QString&, QWidget* parent, const QSt
     if (name == u"Caption") return m_pTopWnd = new CTopWnd(*this, parent, m_tools);
     if (name == u"LeftLayout") return m_pLeftPanel = new CLeftPanel(parent, m_tools, MakeMid());
     if (name == u"MidEditTopTool") return m_pTopTool = new CMidTopEditTool(MakeMid(), parent);
-    if (name == u"MidEditBottomTool") return m_pBottomTool = new CMidBottomEditTool(MakeMid(), parent);
+    if (name == u"MidEditBottomTool") return MakeBottomBar(parent);
     if (name == u"MidEditWnd") {
         MakeMid().setParent(parent);
         return m_pMidWnd;
     }
     return nullptr;
+}
+
+QWidget* CMainFrameWnd::MakeBottomBar(QWidget* parent) {
+    m_pBottomTool = new CMidBottomEditTool(MakeMid(), parent);
+    connect(m_pBottomTool, &CMidBottomEditTool::InfoAsked, this,
+            [this](QAbstractButton* option) { ShowImageInfo(option, m_pMidWnd->ImageInfo(), m_pMidWnd->HeldPath()); });
+    return m_pBottomTool;
 }
 
 // The bars and panels ask the work area, so it is there before them, whatever the skin's order.
@@ -87,8 +95,9 @@ void CMainFrameWnd::paintEvent(QPaintEvent* event) {
 }
 
 void CMainFrameWnd::InitWindow() {
+    BeginStatistics();
     if (m_strOpenFile.isEmpty() || !OpenFile(m_strOpenFile)) ShowWelcome();
-    RunUpdateCheck(SystemServices().update);
+    LookForUpdates();
 }
 
 bool CMainFrameWnd::OpenFile(const QString& path) {

@@ -13,6 +13,7 @@ class CMidBottomEditTool;
 class CMidTopEditTool;
 class CTopWnd;
 class CWelcomeWnd;
+class QAbstractButton;
 class QMimeData;
 enum class AfterSave;
 
@@ -41,6 +42,9 @@ class CMainFrameWnd : public CXMLWnd {
     // Chooses a section of the caption: its page and its first tool.
     void ChooseSection(int section);
     void ShowWelcome();
+    // The settings' drop-down under its button, and the feedback window.
+    void ShowSettings(QAbstractButton* option);
+    void ShowFeedback();
 
     CMidWnd& Mid() { return *m_pMidWnd; }
     CLeftPanel& LeftPanel() { return *m_pLeftPanel; }
@@ -78,7 +82,10 @@ class CMainFrameWnd : public CXMLWnd {
     CMaskWnd& Mask();
 
     CMidWnd& MakeMid();
+    QWidget* MakeBottomBar(QWidget* parent);
     void InitWindow();
+    void BeginStatistics();
+    void LookForUpdates();
     void AddShortcuts();
     void OpenPaste();
     void OpenFrom(const QMimeData& mime);

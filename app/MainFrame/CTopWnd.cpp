@@ -64,4 +64,6 @@ void CTopWnd::OnNotify(const Notify& notify) {
     if (notify.name == u"btnOpen") m_frame.OnOpenButton();
     if (notify.name == u"btnSave") m_frame.RunSaveCommand();
     if (notify.name == u"btnStart") m_frame.ShowWelcome();
+    if (notify.name == u"btnSetting") m_frame.ShowSettings(qobject_cast<QAbstractButton*>(notify.sender));
+    if (notify.name == u"btnAdjust") m_frame.ShowFeedback();
 }

@@ -6,7 +6,7 @@
 class CMainFrameWnd;
 class ToolTable;
 
-// The caption bar: sections, open, save.
+// The caption bar: sections, open, save, feedback, settings.
 class CTopWnd : public CXMLWnd {
     Q_OBJECT
 

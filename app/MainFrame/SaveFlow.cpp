@@ -66,6 +66,7 @@ bool CMainFrameWnd::ShowSaveWindow(const Bitmap& picture, AfterSave after) {
     request.sourcePath = m_pMidWnd->HeldPath();
     request.picture = picture;
     request.file = &m_pMidWnd->File();
+    request.info = m_pMidWnd->ImageInfo();
     request.afterSave = after;
     request.sourceIsLarger = m_pMidWnd->SourceIsLarger();
     request.saved = [this](const QString& path) {

@@ -3,9 +3,11 @@
 
 #include "CXMLWnd.h"
 
+class QAbstractButton;
 class ToolHost;
 
-// Bottom edit bar: name, size and file size of the open picture. Main thread only.
+// Bottom edit bar: name, size and file size of the open picture, and the option that asks for all that is known of it.
+// Main thread only.
 class CMidBottomEditTool : public CXMLWnd {
     Q_OBJECT
 
@@ -23,6 +25,13 @@ class CMidBottomEditTool : public CXMLWnd {
     }
     // "6000 x 4000": how a size is written into bar and record.
     static QString SizeText(int width, int height);
+
+  signals:
+    // The information of the picture is asked for by this option, which is checked now.
+    void InfoAsked(QAbstractButton* option);
+
+  protected:
+    void OnNotify(const Notify& notify) override;
 
   private:
     void SetText(const char* label, const QString& text);

@@ -13,8 +13,15 @@ CPopupWnd::CPopupWnd(QAbstractButton* option) : CXMLWnd(option), m_option(option
 }
 
 void CPopupWnd::OpenUnder(QSize size, int fromRight) {
-    const int left = fromRight ? m_option->width() - fromRight : 0;
-    QRect place(m_option->mapToGlobal(QPoint(left, m_option->height())), size);
+    OpenAt({fromRight ? m_option->width() - fromRight : 0, m_option->height()}, size);
+}
+
+void CPopupWnd::OpenAbove(QSize size, int fromRight) {
+    OpenAt({fromRight ? m_option->width() - fromRight : 0, -size.height()}, size);
+}
+
+void CPopupWnd::OpenAt(QPoint corner, QSize size) {
+    QRect place(m_option->mapToGlobal(corner), size);
     if (const QScreen* screen = m_option->screen()) {
         const QRect desk = screen->availableGeometry();
         place.moveLeft(std::max(desk.left(), std::min(place.left(), desk.right() - place.width() + 1)));

@@ -18,10 +18,16 @@ class CPopupWnd : public CXMLWnd {
     // Shows the window of that size with its left edge `fromRight` pixels left of the option's right edge (0: at its
     // left edge), held inside the screen.
     void OpenUnder(QSize size, int fromRight);
+    // The same with the window's lower edge on the option's upper one.
+    void OpenAbove(QSize size, int fromRight);
 
     void keyPressEvent(QKeyEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool event(QEvent* event) override;
 
     QAbstractButton* m_option;
+
+  private:
+    // `corner` in the option's pixels.
+    void OpenAt(QPoint corner, QSize size);
 };

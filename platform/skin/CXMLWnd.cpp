@@ -31,7 +31,10 @@ bool CXMLWnd::Create(const QString& skinName) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(root);
     if (root->minimumSize() == root->maximumSize()) setFixedSize(root->minimumSize());
-    WireNotifications(this, [this](const Notify& notify) { OnNotify(notify); });
+    // A field that goes down with its window loses the keyboard, and must not tell a window that is half gone.
+    WireNotifications(this, [this, alive = QPointer<QObject>(&m_alive)](const Notify& notify) {
+        if (alive) OnNotify(notify);
+    });
     OnNotify({QStringLiteral("windowinit"), {}});
     return true;
 }

@@ -50,6 +50,8 @@ class CXMLWnd : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    // Goes before the controls do.
+    QObject m_alive;
     QEventLoop* m_loop = nullptr;
     int m_result = ResultClose;
 };

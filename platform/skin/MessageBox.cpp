@@ -8,6 +8,8 @@
 
 void ShowMessage(QWidget* owner, const QString& text) {
     QMessageBox box(QMessageBox::Warning, AppTitle(), text, QMessageBox::NoButton, owner);
+    // Texts may come from files and servers; none of them is markup.
+    box.setTextFormat(Qt::PlainText);
     QPushButton* ok = box.addButton(LanguageText(QStringLiteral("ids_ok")), QMessageBox::AcceptRole);
     ok->setObjectName(QStringLiteral("BtnOk"));
     box.setEscapeButton(ok);
@@ -16,6 +18,7 @@ void ShowMessage(QWidget* owner, const QString& text) {
 
 ModalResult AskYesNo(QWidget* owner, const QString& text) {
     QMessageBox box(QMessageBox::Question, AppTitle(), text, QMessageBox::NoButton, owner);
+    box.setTextFormat(Qt::PlainText);
     QPushButton* yes = box.addButton(LanguageText(QStringLiteral("ids_yes")), QMessageBox::YesRole);
     QPushButton* no = box.addButton(LanguageText(QStringLiteral("ids_no")), QMessageBox::NoRole);
     yes->setObjectName(QStringLiteral("BtnYes"));

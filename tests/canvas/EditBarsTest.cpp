@@ -502,7 +502,7 @@ TEST(BottomBar, ShowsNameSizeAndFileSize) {
         EXPECT_EQ(bar.Find<QLabel>(QStringLiteral("TextFileSize"))->text(), u"8402KB");
         const auto* info = bar.Find<QAbstractButton>(QStringLiteral("OptExif"));
         ASSERT_TRUE(info);
-        EXPECT_FALSE(info->isEnabled());
+        EXPECT_TRUE(info->isEnabled());
         EXPECT_FALSE(info->toolTip().isEmpty());
     }
     SetLanguage(QStringLiteral("1033"));

@@ -3,9 +3,14 @@
 
 #include <QtWidgets/QApplication>
 
+#include "NetworkGuard.h"
 #include "TestHome.h"
 
 int main(int argc, char** argv) {
+#ifndef QUINCE_TEST_ONLINE
+    // No window of the program opens a connection unless it was told an address.
+    NetworkGuard::Install();
+#endif
     QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     TestHome::Create();

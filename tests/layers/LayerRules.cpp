@@ -30,9 +30,11 @@ constexpr std::string_view BeautyWayOut =
 
 // The table of layers, from the top. Longer folder names stand before the shorter ones that contain them.
 constexpr std::array Layers{
+    Layer{"share", 11, Widgets::Allowed, ""},
     Layer{"app", 10, Widgets::Allowed, ""},
     Layer{"save", 9, Widgets::Allowed,
           "save takes what it needs from its caller: a value or a callback in SaveRequest"},
+    Layer{"settings", 9, Widgets::Allowed, "settings takes what it needs from its caller: an address, a function"},
     Layer{"tools", 8, Widgets::Allowed, ToolWayOut},
     Layer{"effects", 8, Widgets::Allowed, ToolWayOut},
     Layer{"frames", 8, Widgets::Allowed, ToolWayOut},
@@ -45,6 +47,7 @@ constexpr std::array Layers{
     Layer{"canvas", 6, Widgets::Allowed, "let the tool override an operation of CBaseWnd, or ask through ToolHost"},
     Layer{"platform/skin", 5, Widgets::Allowed,
           "a skinned window reports by OnNotify; whoever opened it knows the rest and hands values in"},
+    Layer{"telemetry/http", 3, Widgets::Forbidden, "the client knows requests only; who asks knows what is sent"},
     Layer{"telemetry", 4, Widgets::Forbidden, "take the value as an argument; the caller counts and reports"},
     Layer{"core", 3, Widgets::Forbidden, "core holds state and steps only: hand the value in, or take a callback"},
     Layer{"platform", 2, Widgets::Forbidden, "platform serves all above: take a callback or post a message instead"},

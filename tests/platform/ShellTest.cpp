@@ -23,24 +23,42 @@ class Shell : public FreshHome {
     }
 };
 
-TEST_F(Shell, CompanionIsTheFileOfTheSameStemInTheDataFolder) {
-    EXPECT_EQ(ProgramFileFor(GetAppDir() + u"\\Update.exe"_s), AppPath(u"Update"_s));
-    EXPECT_EQ(ProgramFileFor(u"C:\\elsewhere\\Twitter.EXE"_s), AppPath(u"Twitter"_s));
+TEST_F(Shell, CompanionIsTheFileOfTheSameStemBesideTheProgram) {
+    const QString folder = QFileInfo(u"/proc/self/exe"_s).canonicalPath();
+    EXPECT_EQ(ProgramFileFor(GetAppDir() + u"\\Update.exe"_s), folder + u"/Update"_s);
+    EXPECT_EQ(ProgramFileFor(u"C:\\elsewhere\\Twitter.EXE"_s), folder + u"/Twitter"_s);
     EXPECT_EQ(ProgramFileFor(u"/usr/bin/true"_s), u"/usr/bin/true"_s);
 }
 
 TEST_F(Shell, StartedProgramGetsItsArguments) {
     PutProgram(u"Update"_s, "#!/bin/sh\nprintf '%s|' \"$@\" > \"${0%/*}/out\"\necho >> \"${0%/*}/out\"\n");
-    EXPECT_TRUE(StartProgram(AppPath(u"Update.exe"_s), {u"auto"_s, u"a b"_s}));
+    EXPECT_TRUE(StartProgram(AppPath(u"Update"_s), {u"auto"_s, u"a b"_s}));
     EXPECT_EQ(Written(u"out"_s), "auto|a b|\n");
 }
 
 TEST_F(Shell, MissingOrUnrunnableProgramIsNotStarted) {
-    EXPECT_FALSE(StartProgram(AppPath(u"Update.exe"_s), {}));
+    EXPECT_FALSE(StartProgram(AppPath(u"Update"_s), {}));
     Put(u"Update"_s, "text");
-    EXPECT_FALSE(StartProgram(AppPath(u"Update.exe"_s), {}));
+    EXPECT_FALSE(StartProgram(AppPath(u"Update"_s), {}));
     ASSERT_TRUE(QDir().mkpath(AppPath(u"Twitter"_s)));
-    EXPECT_FALSE(StartProgram(AppPath(u"Twitter.exe"_s), {}));
+    EXPECT_FALSE(StartProgram(AppPath(u"Twitter"_s), {}));
+}
+
+TEST_F(Shell, ACompanionInTheDataFolderIsNotTheInstalledOne) {
+    PutProgram(u"Update"_s, "#!/bin/sh\necho started > \"${0%/*}/out\"\n");
+    EXPECT_FALSE(StartProgram(AppPath(u"Update.exe"_s), {u"hand"_s}));
+    EXPECT_FALSE(Has(u"out"_s));
+}
+
+TEST_F(Shell, OnlySecurePagesAreOpened) {
+    PutProgram(u"bin/xdg-open"_s, "#!/bin/sh\necho \"$1\" > \"${0%/*}/out\"\n");
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", AppPath(u"bin"_s).toUtf8() + ':' + path);
+    for (const QString& address : {u"http://example.org/"_s, u"file:///etc/passwd"_s, u"/etc/passwd"_s, QString()})
+        EXPECT_FALSE(OpenPage(address)) << address.toStdString();
+    EXPECT_TRUE(OpenPage(u"https://example.org/"_s));
+    EXPECT_EQ(Written(u"bin/out"_s), "https://example.org/\n");
+    qputenv("PATH", path);
 }
 
 TEST_F(Shell, FolderIsShownByTheDesktopsOpener) {

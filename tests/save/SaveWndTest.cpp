@@ -117,17 +117,6 @@ TEST_F(SaveWindow, EveryControlIsThereInBothLanguages) {
     }
 }
 
-TEST_F(SaveWindow, WhatIsNotThereYetIsDisabledAndSaysSo) {
-    m_script.On<CSaveWnd>([&](CSaveWnd& window) {
-        for (const char* name : {"BtnFaceBook", "BtnTwitter", "BtnSaveExif"}) {
-            EXPECT_FALSE(Enabled(window, name)) << name;
-            EXPECT_TRUE(Control(window, name).toolTip().contains(QStringLiteral("not there yet"))) << name;
-        }
-        Click(window, "BtnSaveClose");
-    });
-    Run();
-}
-
 TEST_F(SaveWindow, ThumbnailIsWrittenAsPngAndShown) {
     const QString file = AppPath(QStringLiteral("Temp/SaveTempThumb.jpg"));
     for (const std::uint32_t colour : {0xFFCC2020u, 0xFF2020CCu}) {

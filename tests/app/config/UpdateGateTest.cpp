@@ -27,9 +27,8 @@ class UpdateGate : public FreshHome {
                 }};
     }
     bool Run() { return RunUpdateGate(Services()); }
-    void Check(const QString& run) {
-        WriteProfileString(u"RunOnce"_s, u"Run"_s, run, ConfigIni());
-        RunUpdateCheck(Services());
+    void Check(bool firstRun, const QString& address = u"https://example.org/update"_s) {
+        RunUpdateCheck(Services(), address, firstRun);
     }
     static void Arm(const QString& value) { WriteProfileString(u"Main"_s, u"newversion"_s, value, ConfigIni()); }
     static void SetBefore(qint64 seconds) {
@@ -139,20 +138,31 @@ TEST_F(UpdateGate, SpanAndBothLocalTimesAreLogged) {
 }
 
 TEST_F(UpdateGate, ARepeatRunWithANetworkLooksForANewVersion) {
-    Check(u"1"_s);
+    Check(false);
     EXPECT_EQ(m_started, AppPath(u"Update.exe"_s) + u" check"_s);
     EXPECT_TRUE(Logged().endsWith(u"]============[QUINCE][FrameWnd][Line:100]InitWindow=================\r\n"_s));
 }
 
 TEST_F(UpdateGate, AFirstRunAndARunWithoutANetworkLookForNothing) {
-    Check(u"0"_s);
+    Check(true);
     m_network = false;
-    Check(u"1"_s);
+    Check(false);
+    EXPECT_TRUE(m_started.isEmpty());
+    EXPECT_FALSE(Logged().contains(u"InitWindow"_s));
+}
+
+TEST_F(UpdateGate, WithoutAnAddressNothingIsLookedForAndTheNetworkIsNotAskedFor) {
+    UpdateServices services = Services();
+    services.networkAlive = [] {
+        ADD_FAILURE();
+        return true;
+    };
+    RunUpdateCheck(services, QString(), false);
     EXPECT_TRUE(m_started.isEmpty());
 }
 
 TEST_F(UpdateGate, ACheckThatCannotStartIsIgnored) {
     m_starts = false;
-    Check(u"1"_s);
+    Check(false);
     EXPECT_FALSE(m_started.isEmpty());
 }

@@ -223,13 +223,13 @@ TEST_F(Losing, ToolChangeBeforeSavingStillAsks) {
 TEST_F(Losing, AnOpenSharingWindowIsBroughtUpInsteadOfClosing) {
     Show(Photo());
     {
-        FakeCompanion companion(QStringLiteral("Twitter"), "yes");
+        FakeCompanion companion(Companion::Twitter, "yes");
         Frame().close();
         EXPECT_FALSE(IsClosed());
         EXPECT_EQ(companion.Asked(), QStringList({QStringLiteral("visible?"), QStringLiteral("raise")}));
     }
     {
-        FakeCompanion hidden(QStringLiteral("QUINCE Facebook"), "no");
+        FakeCompanion hidden(Companion::Facebook, "no");
         Frame().close();
         EXPECT_TRUE(IsClosed());
         EXPECT_EQ(hidden.Asked(), QStringList({QStringLiteral("visible?")}));

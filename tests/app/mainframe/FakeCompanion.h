@@ -10,12 +10,12 @@
 
 #include "Companions.h"
 
-// A sharing companion as the program meets it: a socket named after its window that answers one visitor, on a thread of
-// its own since the asking side blocks.
+// A sharing companion as the program meets it: a socket named after its semaphore that answers one visitor, on a thread
+// of its own since the asking side blocks.
 class FakeCompanion {
   public:
-    FakeCompanion(const QString& window, QByteArray visible)
-        : m_thread(QThread::create([this, window, visible = std::move(visible)] { Serve(window, visible); })) {
+    FakeCompanion(Companion companion, QByteArray visible)
+        : m_thread(QThread::create([this, companion, visible = std::move(visible)] { Serve(companion, visible); })) {
         m_thread->start();
         m_listening.acquire();
     }
@@ -28,10 +28,10 @@ class FakeCompanion {
     }
 
   private:
-    void Serve(const QString& window, const QByteArray& visible) {
+    void Serve(Companion companion, const QByteArray& visible) {
         QLocalServer server;
         server.setSocketOptions(QLocalServer::AbstractNamespaceOption);
-        server.listen(CompanionSocketName(window));
+        server.listen(CompanionSocketName(companion));
         m_listening.release();
         if (server.waitForNewConnection(10000)) {
             QLocalSocket* visitor = server.nextPendingConnection();

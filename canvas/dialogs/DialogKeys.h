@@ -7,6 +7,6 @@ class QWidget;
 // Enter or Return going down; a held key counts once.
 bool IsEnter(const QKeyEvent& event);
 
-// What Enter does in the dialogs of this folder: clicks the button that has the keyboard. False when none has (a check
+// What Enter does in dialogs: clicks the button that has the keyboard. False when none has (a check
 // box does not count: Space is its key).
 bool ClickFocusedButton(QWidget& window);
