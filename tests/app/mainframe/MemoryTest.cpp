@@ -88,10 +88,6 @@ void Fade(CMidWnd& mid) {
 void RunLook3(CMidWnd& mid) {
     CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(3);
 }
-void FadeLook(CMidWnd& mid) {
-    RunLook3(mid);
-    CanvasOf<CMRYiJianMeiYanWnd>(mid).SetStrength(40, false);
-}
 void PaintOnce(CMidWnd& mid) {
     CBaseWnd& canvas = *mid.Canvas();
     const QPoint middle = canvas.rect().center();
@@ -151,8 +147,6 @@ const Act Acts[] = {
     {"directStroke", Smooth, Nothing, PaintOnce},
     {"directValue", Smooth, PaintSmooth, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
     {"look", Looks, Nothing, RunLook3},
-    {"secondLook", Looks, FadeLook, [](CMidWnd& mid) { CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(6); }},
-    {"undoLook", Looks, FadeLook, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"push", Slim, Nothing, PaintOnce},
     {"secondPush", Slim, PaintOnce, PaintOnce},
     {"undoPush", Slim, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
