@@ -18,3 +18,7 @@ copy 'recolour lips 3-fair' lips-fair
 copy 'recolour irises 3-brown' irises-brown
 copy 'teeth-fair' teeth-fair
 copy 'teeth-deep' teeth-deep
+copy 'warp slim-fair' warp-slim
+copy 'warp slim grid-fair' warp-slim-grid
+copy 'warp eyes-fair' warp-eyes
+copy 'warp eyes grid-fair' warp-eyes-grid

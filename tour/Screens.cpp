@@ -99,7 +99,7 @@ void KeepShape(CMainFrameWnd& frame, const Album& album) {
     Driver::Click(QStringLiteral("BtnEyes"));
     Driver::Click(QStringLiteral("BtnEyesZoom"));
     canvas = frame.Mid().Canvas();
-    Strokes::Draw(*canvas, {at(0.42, 0.44), at(0.42, 0.44)});
+    Strokes::Draw(*canvas, {at(0.43, 0.40), at(0.43, 0.40)});
     album.Keep(frame, QStringLiteral("beauty-enlarge"));
 }
 

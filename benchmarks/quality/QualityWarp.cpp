@@ -28,15 +28,15 @@ void Apply(CWarpField& field, const Push& push) {
 std::vector<Push> Slimming(const Subject& subject) {
     constexpr int Moves = 12, Strokes = 2;
     const cv::Rect box = cv::boundingRect(subject.face);
-    const double w = subject.faceWidth, way = 0.14 * w;
+    const double w = subject.faceWidth, way = 0.1 * w;
     std::vector<Push> pushes;
     for (int stroke = 0; stroke < Strokes; ++stroke)
         for (const double side : {0.0, 1.0})
             for (int i = 0; i < Moves; ++i) {
                 const double from = box.x + box.width * side, sign = 1.0 - 2.0 * side;
                 const auto at = [&](int move) { return static_cast<int>(from + sign * way * move / Moves); };
-                const int y = static_cast<int>(box.y + 0.66 * box.height);
-                pushes.push_back({at(i + 1), y, at(i), y, CWarpField::Move, static_cast<int>(0.24 * w), 0.35});
+                const int y = static_cast<int>(box.y + 0.76 * box.height);
+                pushes.push_back({at(i + 1), y, at(i), y, CWarpField::Move, static_cast<int>(0.45 * w), 0.2});
             }
     return pushes;
 }
@@ -158,11 +158,11 @@ void Measure(const Subject& subject, const std::string& name, const std::vector<
     const cv::Mat1b pushed = PushedPart(field);
     const auto kept = [&](const Bitmap& after) { return DetailKept(subject.picture, after, sources, pushed); };
     const Figure change = grows ? Figure{"grown", GrownBy(part, sources), " %", 10, 60}
-                                : Figure{"narrowed", NarrowedBy(part, sources), " %", 3, 20, 1};
+                                : Figure{"narrowed", NarrowedBy(part, sources), " %", 2, 12, 1};
     report.Add(subject, name, QualityReport::Own,
                {change,
                 {"least orientation", LeastOrientation(sources), "", 0.05, Figure::None, 2},
-                {"detail kept", kept(field.Output()), " %", 80}});
+                {"detail kept", kept(field.Output()), " %", 70}});
     if (report.WantsOthers()) {
         const auto add = [&](const char* maker, int interpolation) {
             report.Add(subject, name, maker,

@@ -91,10 +91,6 @@ void Fade(CMidWnd& mid) {
 void RunLook3(CMidWnd& mid) {
     CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(3);
 }
-void FadeLook(CMidWnd& mid) {
-    RunLook3(mid);
-    CanvasOf<CMRYiJianMeiYanWnd>(mid).SetStrength(40, false);
-}
 void PutFrame(CMidWnd& mid, int kind, const QString& file) {
     CanvasOf<CImageFrameWnd>(mid).RunLook(FrameNumber(kind, ResourcePath(QStringLiteral("Sucai/Biankuang/") + file)));
 }
@@ -194,8 +190,6 @@ const Act Acts[] = {
     {"directStroke", Smooth, Nothing, PaintOnce},
     {"directValue", Smooth, PaintSmooth, [](CMidWnd& mid) { CanvasOf<CMoPiWnd>(mid).SetStrength(30); }},
     {"look", Looks, Nothing, RunLook3},
-    {"secondLook", Looks, FadeLook, [](CMidWnd& mid) { CanvasOf<CMRYiJianMeiYanWnd>(mid).RunLook(6); }},
-    {"undoLook", Looks, FadeLook, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
     {"push", Slim, Nothing, PaintOnce},
     {"secondPush", Slim, PaintOnce, PaintOnce},
     {"undoPush", Slim, PaintOnce, [](CMidWnd& mid) { mid.Canvas()->OnUndo(); }},
