@@ -46,7 +46,7 @@ Bitmap SampleOf(const QString& path) {
 Bitmap Evening() {
     const QImage image = Computed(SampleSide, SampleSide, [](int x, int y) {
         const double t = 0.7 * y / SampleSide + 0.3 * x / SampleSide;
-        return MixedColour(QColor(122, 148, 158), QColor(52, 66, 84), t).rgb();
+        return MixedColour(QColor(92, 116, 128), QColor(36, 47, 62), t).rgb();
     });
     Bitmap bitmap = Bitmap::Uninitialised(SampleSide, SampleSide);
     std::copy_n(image.constBits(), bitmap.ByteCount(), bitmap.MutablePixels());
@@ -108,7 +108,7 @@ int main(int argc, char** argv) {
         for (const FrameArt& art : all) tasks.push_back({&art, folder, ground, shown});
     };
     add(SimpleFrameArt(), QStringLiteral("JianDan"), sample, 0);
-    add(OrnateFrameArt(), QStringLiteral("XuanCai"), Evening(), SampleSide * 2 / 3);
+    add(OrnateFrameArt(), QStringLiteral("XuanCai"), Evening(), SampleSide / 2);
     std::atomic<bool> done{true};
     ForEachBand(static_cast<int>(tasks.size()), 1, [&](int first, int last) {
         for (int i = first; i < last; ++i) {
