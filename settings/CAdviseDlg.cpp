@@ -69,8 +69,8 @@ void CAdviseDlg::Send() {
     const FeedbackForm form{CutRemark(Remark()), CutContact(Contact()), ScreenPixels()};
     FeedbackResult result;
     const bool finished = RunTask([&](CObjProgress& sink) {
-        // Nobody knows how long a server takes; the percentage says that Esc works.
-        sink.SetValue(0);
+        // Nobody knows how long a server takes; the first percent says that Esc works.
+        sink.SetValue(1);
         result = SendFeedback(m_host, form, [&sink] { return sink.CanContinue() != 0; });
     });
     if (result.sent)

@@ -13,6 +13,11 @@
 
 namespace {
 
+// As people write it: a secure host's usual port goes without saying.
+QString Shown(const QString& address) {
+    return address.endsWith(QLatin1String(":443")) ? address.chopped(4) : address;
+}
+
 QString Word(const char* key) {
     return LanguageText(QLatin1String(key), QStringLiteral("NetworkDlg"));
 }
@@ -37,9 +42,9 @@ CNetworkDlg::CNetworkDlg(const Addresses& addresses) {
 
 QString CNetworkDlg::TextFor(const Addresses& addresses) {
     QStringList lines;
-    if (!addresses.analytics.isEmpty()) lines += Word("ids_net_analytics").arg(addresses.analytics);
-    if (!addresses.data.isEmpty()) lines += Word("ids_net_data").arg(addresses.data);
-    if (!addresses.feedback.isEmpty()) lines += Word("ids_net_feedback").arg(addresses.feedback);
+    if (!addresses.analytics.isEmpty()) lines += Word("ids_net_analytics").arg(Shown(addresses.analytics));
+    if (!addresses.data.isEmpty()) lines += Word("ids_net_data").arg(Shown(addresses.data));
+    if (!addresses.feedback.isEmpty()) lines += Word("ids_net_feedback").arg(Shown(addresses.feedback));
     return lines.isEmpty() ? Word("ids_net_none") : lines.join(QStringLiteral("\n\n"));
 }
 

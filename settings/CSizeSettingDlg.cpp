@@ -26,25 +26,25 @@ const QString Key = QStringLiteral("DlgOpenImageLessen");
 CSizeSettingDlg::CSizeSettingDlg() {
     setObjectName(QStringLiteral("CSizeSettingDlg"));
     Create(QStringLiteral("SizeSettingDlg.xml"));
-    m_chosen = QString::number(GetProfileInt(Section, Key, 0, ConfigIni()));
+    const QString stored = QString::number(GetProfileInt(Section, Key, 0, ConfigIni()));
     for (const Choice& choice : Choices) {
         auto* option = Find<QAbstractButton>(QLatin1String(choice.option));
-        if (!option || m_chosen != QLatin1String(choice.value)) continue;
+        if (!option || stored != QLatin1String(choice.value)) continue;
         option->setChecked(true);
         option->setFocus();
     }
 }
 
 void CSizeSettingDlg::OnNotify(const Notify& notify) {
-    if (notify.type == u"selectchanged")
-        for (const Choice& choice : Choices)
-            if (notify.name == QLatin1String(choice.option)) m_chosen = QLatin1String(choice.value);
     if (notify.Is(u"click", u"BtnSave")) Save();
     if (notify.Is(u"click", u"BtnCancel") || notify.Is(u"click", u"BtnClose")) EndModal(ResultCancelled);
 }
 
 void CSizeSettingDlg::Save() {
-    WriteProfileString(Section, Key, m_chosen, ConfigIni());
+    for (const Choice& choice : Choices) {
+        const auto* option = Find<QAbstractButton>(QLatin1String(choice.option));
+        if (option && option->isChecked()) WriteProfileString(Section, Key, QLatin1String(choice.value), ConfigIni());
+    }
     EndModal(ResultSaved);
 }
 

@@ -21,6 +21,4 @@ class CSizeSettingDlg : public CXMLWnd {
 
   private:
     void Save();
-
-    QString m_chosen;
 };
