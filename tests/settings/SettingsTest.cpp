@@ -215,8 +215,11 @@ TEST_F(Settings, SizeIsChosenByTheKeyboard) {
     Store(QStringLiteral("1"));
     CSizeSettingDlg dialog;
     Run(dialog, [](QWidget& window) {
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
         EXPECT_EQ(window.focusWidget()->objectName(), u"Opt1");
         Key(window, Qt::Key_Down);
+        EXPECT_TRUE(IsOn(window, "Opt2"));
         Key(window, Qt::Key_Return);
     });
     EXPECT_EQ(Stored(), 2);

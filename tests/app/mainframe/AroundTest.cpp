@@ -36,7 +36,8 @@ TEST_F(Around, InformationOpensOverTheBottomBarAndKeepsUpWithThePicture) {
         Driver::Click(QStringLiteral("OptExif"));
         EXPECT_EQ(Fact("TextTuPianMingCheng"), u"photo.png");
         EXPECT_EQ(Fact("TextTuPianChiCun"), u"900 x 1200");
-        EXPECT_EQ(Driver::Find(QStringLiteral("TextTuPianMingCheng"))->toolTip(), m_folder + QStringLiteral("/photo.png"));
+        EXPECT_EQ(Driver::Find(QStringLiteral("TextTuPianMingCheng"))->toolTip(),
+                  m_folder + QStringLiteral("/photo.png"));
         Driver::Key(Qt::Key_Escape);
         EXPECT_FALSE(Driver::IsThere(QStringLiteral("TextTuPianChiCun")));
         Driver::Click(QStringLiteral("btnTab2"));
