@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CClickRepairWnd.h"
 
-#include "Truncate.h"
-
 // The result is on the screen before its step is written.
 bool CClickRepairWnd::BeginStroke(const StrokePoint& at) {
-    const QPoint client(Truncate(at.client.x()), Truncate(at.client.y()));
+    const QPoint client = PixelOf(at);
     const std::optional<QRect> place = m_clicks.Aim(client);
     if (!place) return false;
     const bool repaired =

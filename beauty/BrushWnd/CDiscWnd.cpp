@@ -3,8 +3,6 @@
 
 #include <QtGui/QPainter>
 
-#include "Truncate.h"
-
 namespace {
 
 constexpr QRgb Outline = 0xFF20B8F1;
@@ -13,10 +11,6 @@ constexpr QRgb HoverFill = 0x3AFFFFFF;
 constexpr QRgb StrokeFill = 0x1AFFFFFF;
 
 }  // namespace
-
-QPoint CDiscWnd::PixelOf(const StrokePoint& at) {
-    return {Truncate(at.client.x()), Truncate(at.client.y())};
-}
 
 void CDiscWnd::SetPenSize(int pen) {
     const QRect before = CursorRect();

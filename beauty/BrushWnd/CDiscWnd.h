@@ -22,8 +22,6 @@ class CDiscWnd : public CPenWnd {
     void PaintOverlay(QPainter& painter, const QRect& place) override;
     void leaveEvent(QEvent* event) override;
 
-    // The pixel of the client that a point of the mouse lies in.
-    static QPoint PixelOf(const StrokePoint& at);
     // Moves the disc, and paints what it leaves, what it comes to, and what a stroke changed besides.
     void ShowCursorAt(std::optional<QPoint> at, const QRect& changed = {});
 

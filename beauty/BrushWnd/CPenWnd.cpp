@@ -4,6 +4,11 @@
 #include <QtGui/QKeyEvent>
 
 #include "BrushNews.h"
+#include "Truncate.h"
+
+QPoint CPenWnd::PixelOf(const StrokePoint& at) {
+    return {Truncate(at.client.x()), Truncate(at.client.y())};
+}
 
 void CPenWnd::SetErase(bool erase) {
     m_erase = erase;

@@ -28,6 +28,8 @@ class CPenWnd : public CPictureWnd {
     void LayoutChildren(int cx, int cy) override;
     void keyPressEvent(QKeyEvent* event) override;
 
+    // The pixel of the client that a point of the mouse lies in.
+    static QPoint PixelOf(const StrokePoint& at);
     // The stroke paints or erases, as button and key say.
     void Follow(const StrokePoint& at);
     // The pen in physical pixels.

@@ -4,21 +4,12 @@
 #include <new>
 #include <QtGui/QPainter>
 
-#include "Truncate.h"
 #include "WithinMemory.h"
-
-namespace {
-
-QPoint Whole(QPointF at) {
-    return {Truncate(at.x()), Truncate(at.y())};
-}
-
-}  // namespace
 
 bool CXiaoChuHYQShowWnd::BeginStroke(const StrokePoint& at) {
     Follow(at);
     bool begun = false;
-    WithinMemory(Host(), [&] { begun = m_logic.BeginStroke(Whole(at.client)); });
+    WithinMemory(Host(), [&] { begun = m_logic.BeginStroke(PixelOf(at)); });
     if (!begun) return false;
     HideMark();
     ShowMark();
@@ -31,7 +22,7 @@ void CXiaoChuHYQShowWnd::MoveStroke(const StrokePoint& at) {
     Follow(at);
     QRect erased;
     try {
-        erased = m_logic.MoveStroke(Whole(at.client));
+        erased = m_logic.MoveStroke(PixelOf(at));
     } catch (const std::bad_alloc&) {
     }
     const QRect changed = erased | ShowMark();
