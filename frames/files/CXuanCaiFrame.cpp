@@ -5,8 +5,9 @@
 #include <cstring>
 
 #include "CEffect.h"
-#include "FramePieces.h"
 #include "PC_Dsp.h"
+#include "Premultiplied.h"
+#include "RectRows.h"
 #include "Rows.h"
 #include "Truncate.h"
 
@@ -17,9 +18,8 @@ constexpr std::size_t MayRotateAt = 138, KeepRatioAt = 139, StretchAt = 140, Ble
 constexpr std::size_t DataSizeAt = 166, DataAt = 174;
 constexpr std::uint64_t ShortestRefused = 182;
 
-// Rows that are stretched and laid over in one go: few enough to stay in the cache, and always the same ones, so that
-// the result does not depend on the threads.
-constexpr int SlabRows = 32;
+// Rows that are stretched and laid over in one go: few enough to stay in the cache.
+constexpr int SlabRows = 16;
 
 bool IsSet(std::uint8_t digit) {
     return digit >= '1' && digit <= '9';
@@ -81,24 +81,25 @@ CXuanCaiFrame::Fit CXuanCaiFrame::FitTo(const Bitmap& picture) const {
 Bitmap CXuanCaiFrame::Laid(const Bitmap& picture, const ProgressSpan& span) const {
     const Fit fit = FitTo(picture);
     const int width = picture.Width(), height = picture.Height();
-    const double perRow = double(fit.height) / height;
+    const bool plain = m_blendMode == BlendNormal;
+    const RectRows overlay(plain ? Premultiplied(fit.overlay) : fit.overlay, fit.x, fit.y, fit.width, fit.height, width,
+                           height, plain ? FourthByte::Channel : FourthByte::Alpha);
     Bitmap result = Bitmap::Uninitialised(width, height);
     std::uint8_t* out = result.MutablePixels();
-    const auto layRows = [&](int top, int rows) {
-        Bitmap slab = Bitmap::Uninitialised(width, rows);
-        PC_Dsp::ResampleRect(fit.overlay, fit.x, fit.y + top * perRow, fit.width, rows * perRow, slab,
-                             ResampleQuality::Best);
-        std::uint8_t* to = out + top * result.Stride();
-        const std::size_t bytes = static_cast<std::size_t>(rows * result.Stride());
-        std::memcpy(to, picture.Row(top), bytes);
-        if (m_blendMode == BlendNormal)
-            DrawPixelsOver(to, slab.Pixels(), width * rows);
-        else
-            CEffect::ChannelBlend_X(to, slab.MutablePixels(), width, rows, m_blendMode, nullptr, 0, 100);
-    };
     const int slabs = (height + SlabRows - 1) / SlabRows;
     const bool done = RunRows(span, slabs, 1, [&](int first, int last) {
-        for (int i = first; i < last; ++i) layRows(i * SlabRows, std::min(SlabRows, height - i * SlabRows));
+        Bitmap slab = Bitmap::Uninitialised(width, SlabRows);
+        std::uint8_t* layer = slab.MutablePixels();
+        for (int top = first * SlabRows; top < std::min(last * SlabRows, height); top += SlabRows) {
+            const int rows = std::min(SlabRows, height - top);
+            std::uint8_t* to = out + top * result.Stride();
+            overlay.Make(top, top + rows, layer);
+            std::memcpy(to, picture.Row(top), static_cast<std::size_t>(rows * result.Stride()));
+            if (plain)
+                DrawPremultipliedOver(to, layer, width * rows);
+            else
+                CEffect::ChannelBlend_X(to, layer, width, rows, m_blendMode, nullptr, 0, 100);
+        }
     });
     return done ? result : Bitmap();
 }

@@ -52,11 +52,6 @@ int WithinTurn(int angle) {
     return (angle % 360 + 360) % 360;
 }
 
-ResampleFilter ViewFilter(double sourceLength, int length, ResampleQuality quality) {
-    if (sourceLength >= length) return ResampleFilter::Area;
-    return quality == ResampleQuality::Best ? ResampleFilter::Cubic : ResampleFilter::Linear;
-}
-
 ResampleFilter WholeFilter(int sourceLength, int length) {
     if (sourceLength == length) return ResampleFilter::Area;
     return sourceLength > length ? ResampleFilter::Smooth : ResampleFilter::Sharp;

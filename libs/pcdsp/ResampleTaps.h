@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "PcDspTypes.h"
+
 enum class ResampleFilter {
     Area,    // the exact share of each source pixel in the area of a result pixel
     Smooth,  // a sinc, widened, in a window: sharper and with less false pattern
@@ -11,6 +13,12 @@ enum class ResampleFilter {
     Cubic,   // the four neighbours (CubicTaps.h)
     Sharp,   // the ten neighbours: a sinc in a window
 };
+
+// The filter of a view: areas where it reduces.
+inline ResampleFilter ViewFilter(double sourceLength, int length, ResampleQuality quality) {
+    if (sourceLength >= length) return ResampleFilter::Area;
+    return quality == ResampleQuality::Best ? ResampleFilter::Cubic : ResampleFilter::Linear;
+}
 
 // What one axis of a resampling reads: for each result pixel a first source pixel and `taps` weights in 1/16384, whose
 // sum is exactly 16384, so that flat areas stay flat. Weights beyond the source's border fall to the border pixel.

@@ -14,8 +14,9 @@ namespace {
 // with colours times alpha; whether a part does depends on the source pixels it reads alone.
 class RowMaker {
   public:
-    RowMaker(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows)
+    RowMaker(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, FourthByte fourth)
         : m_source(source),
+          m_fourth(fourth),
           m_columns(columns),
           m_rows(rows),
           m_width(columns.last - columns.first),
@@ -59,7 +60,7 @@ class RowMaker {
         const int begin = m_starts[first], end = EndOf(last);
         const std::uint32_t all = Kernels().sumRows(PointersFrom(begin).data(), weights, m_rows.taps, 4 * (end - begin),
                                                     m_sums.data() + std::ptrdiff_t{4} * begin);
-        if (all >> 24 != 255) return false;
+        if (all >> 24 != 255 && m_fourth == FourthByte::Alpha) return false;
         Kernels().sumColumns(m_sums.data(), &m_starts[first], &m_columns.weights[std::size_t(first) * m_columns.taps],
                              m_columns.taps, last - first, out);
         return true;
@@ -76,6 +77,7 @@ class RowMaker {
     }
 
     const PixelView& m_source;
+    const FourthByte m_fourth;
     const ResampleTaps& m_columns;
     const ResampleTaps& m_rows;
     int m_width;
@@ -113,7 +115,13 @@ bool ResampleInto(const PixelView& source, const ResampleTaps& columns, const Re
     }
     // A band carries buffers of a row's size, so that a few rows pay for them.
     return RunRows(span, height, std::max(4, GrainOf(width)), [&](int first, int last) {
-        RowMaker maker(source, columns, rows);
+        RowMaker maker(source, columns, rows, FourthByte::Alpha);
         for (int y = first; y < last; ++y) maker.Make(y, out + std::ptrdiff_t{4} * width * y);
     });
+}
+
+void ResampleRows(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, int first, int last,
+                  FourthByte fourth, std::uint8_t* out) {
+    RowMaker maker(source, columns, rows, fourth);
+    for (int y = first; y < last; ++y, out += 4 * columns.starts.size()) maker.Make(y, out);
 }

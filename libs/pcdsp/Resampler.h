@@ -19,3 +19,12 @@ struct PixelView {
 // padding). `source` and `out` must not overlap. False when cancelled; `out` is then partly written.
 bool ResampleInto(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, std::uint8_t* out,
                   const ProgressSpan& span);
+
+// What the fourth byte of a source pixel is: its alpha, by which its colour counts, or one more channel, as in pixels
+// whose colours are multiplied by their alpha.
+enum class FourthByte { Alpha, Channel };
+
+// The rows first to last - 1 of what ResampleInto draws, one below the other from `out` on, on the calling thread
+// alone.
+void ResampleRows(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, int first, int last,
+                  FourthByte fourth, std::uint8_t* out);

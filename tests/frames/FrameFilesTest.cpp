@@ -10,6 +10,7 @@
 #include "CXuanCaiFrame.h"
 #include "FrameBuilder.h"
 #include "Parallel.h"
+#include "PC_Dsp.h"
 #include "PlainFrames.h"
 #include "TestPictures.h"
 #include "WatchfulSink.h"
@@ -394,7 +395,9 @@ TEST(OverlayFrame, ComposesAsThePlainTwinDoes) {
     for (int round = 0; round < 200; ++round) {
         SCOPED_TRACE(round);
         FrameBuilder::Overlay file;
-        file.picture = FramePixels(1 + below(60), 1 + below(60), random());
+        // Soft shapes: where alphas of 0 and 255 alternate by the pixel, overshoots are beyond any room for them.
+        file.picture =
+            PC_Dsp::Resample(FramePixels(1 + below(8), 1 + below(8), random()), 32 + below(60), 32 + below(60));
         file.mayRotate = below(2) ? '1' : '0';
         file.keepRatio = below(2) ? '1' : '0';
         file.stretch = below(3) == 0 ? '1' : '0';
@@ -403,7 +406,8 @@ TEST(OverlayFrame, ComposesAsThePlainTwinDoes) {
         ASSERT_TRUE(Load(frame, file.File()));
         Bitmap framed = picture;
         ASSERT_TRUE(frame.Compose(framed));
-        // One more for the slabs. On clear ground a translucent pixel's colour may differ by what its alpha hides.
+        // Rounding to 240 steps before stretching, and after it. A translucent pixel's colour may differ by what its
+        // alpha hides.
         const Bitmap expected = PlainFrames::Compose(file, picture);
         ASSERT_EQ(framed.Width(), expected.Width());
         for (std::size_t i = 0; i < framed.ByteCount(); i += 4) {
@@ -413,6 +417,35 @@ TEST(OverlayFrame, ComposesAsThePlainTwinDoes) {
                 ASSERT_LE(std::abs(framed.Pixels()[i + c] - expected.Pixels()[i + c]) * alpha, 4 * 255);
         }
     }
+}
+
+// Stretched, alphas of 0 and 255 side by side overshoot beyond what a byte holds, and are cut before the colours are
+// divided by them, not after: an eighth of the range at single pixels, nothing in the mean.
+TEST(OverlayFrame, NoiseOfFullContrastDiffersOnlyInItsOvershoots) {
+    std::mt19937 random(29);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    double sum = 0.0;
+    std::size_t bytes = 0;
+    int largest = 0;
+    for (int round = 0; round < 100; ++round) {
+        FrameBuilder::Overlay file;
+        file.picture = FramePixels(1 + below(60), 1 + below(60), random());
+        file.stretch = '1';
+        const Bitmap picture = TestPictures::Noise(1 + below(90), 1 + below(160), random(), true);
+        CXuanCaiFrame frame;
+        ASSERT_TRUE(Load(frame, file.File()));
+        Bitmap framed = picture;
+        ASSERT_TRUE(frame.Compose(framed));
+        const Bitmap expected = PlainFrames::Compose(file, picture);
+        for (std::size_t i = 0; i < framed.ByteCount(); ++i) {
+            const int difference = std::abs(framed.Pixels()[i] - expected.Pixels()[i]);
+            sum += difference;
+            largest = std::max(largest, difference);
+        }
+        bytes += framed.ByteCount();
+    }
+    EXPECT_LT(sum / static_cast<double>(bytes), 0.5);
+    EXPECT_LE(largest, 40);
 }
 
 TEST(Frames, AreTheSameForAnyNumberOfThreads) {
