@@ -4,47 +4,24 @@
 
 #include "AppPaths.h"
 #include "BeautyLooks.h"
-#include "CEffectListView.h"
 #include "CMeiRongMeiYan.h"
 #include "CMRYiJianMeiYanWnd.h"
-#include "CSetAlphaWnd.h"
-#include "CSliderCtrl.h"
+#include "LookTestHost.h"
 #include "ThumbnailCrop.h"
-#include "ToolTestHost.h"
 
 namespace {
 
-class LooksHost : public ToolTestHost<CMRYiJianMeiYanWnd, CMeiRongMeiYan> {
+class LooksHost : public LookTestHost<CMRYiJianMeiYanWnd, CMeiRongMeiYan> {
   public:
-    using ToolTestHost::ToolTestHost;
+    using LookTestHost::LookTestHost;
 
     void Fill(const Bitmap& picture) {
         panel->OnFrameMessage(LeavingToolMessage{CMRYiJianMeiYanWnd::Facts.number});
         Open(picture);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return panel->IsLoaded(1); }, 20000));
+        ASSERT_TRUE(WaitLoaded(1));
     }
-    void Refresh() {
-        panel->OnFrameMessage(ClearSelectionsMessage{tool});
-        panel->OnFrameMessage(RefreshPanelMessage{tool});
-    }
-    CEffectListView& List() const { return *panel->List(1); }
-    void Choose(int row) const {
-        List().scrollToItem(List().item(row));
-        QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualItemRect(List().item(row)).center());
-    }
-    bool IsStrengthShown() const { return panel->Strength() && panel->Strength()->isVisible(); }
-    CSliderCtrl* Slider() const { return panel->Strength()->Find<CSliderCtrl>(QStringLiteral("SliderSetAlpha")); }
-    void DragStrength(int value) const {
-        CSliderCtrl* slider = Slider();
-        QTest::mousePress(slider, Qt::LeftButton, {}, slider->HandleAt(slider->value()));
-        QTest::mouseMove(slider, slider->HandleAt(value));
-        QTest::mouseRelease(slider, Qt::LeftButton, {}, slider->HandleAt(value));
-    }
-
-  protected:
-    bool PanelHears(const FrameMessage& message) const override {
-        return std::holds_alternative<HandOffMessage>(message) || ToolTestHost::PanelHears(message);
-    }
+    CEffectListView& List() const { return *LookTestHost::List(1); }
+    void Choose(int row) const { LookTestHost::Choose(1, row); }
 };
 
 class LooksPanel : public testing::Test {
