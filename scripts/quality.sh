@@ -8,7 +8,7 @@ crops=$(mktemp -d)
 trap 'rm -rf "$crops"' EXIT
 QT_QPA_PLATFORM=offscreen build/release/bin/quince_quality --no-others --crops "$crops" > /dev/null
 mkdir -p docs/quality
-copy() { cp "$crops/$1.png" "docs/quality/$2.png"; }
+copy() { cp "$crops/$1.jpg" "docs/quality/$2.jpg"; }
 copy 'smooth 1.0-fair' smooth-1-fair
 copy 'smooth 3.0-fair' smooth-3-fair
 copy 'smooth 3.0-deep' smooth-3-deep

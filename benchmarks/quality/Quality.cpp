@@ -44,14 +44,14 @@ void QualityReport::Add(const Subject& subject, std::string retouch, std::string
 void QualityReport::Crop(const Subject& subject, const std::string& name, const Bitmap& after,
                          const cv::Rect& part) const {
     if (m_crops.empty() || part.empty()) return;
-    constexpr int gap = 6;
+    constexpr int gap = 6, jpegQuality = 90;
     QImage both(2 * part.width + gap, part.height, QImage::Format_RGB32);
     both.fill(Qt::white);
     QPainter painter(&both);
     painter.drawImage(0, 0, PartOf(subject.picture, part));
     painter.drawImage(part.width + gap, 0, PartOf(after, part));
     painter.end();
-    both.save(QString::fromStdString(m_crops + "/" + name + "-" + subject.name + ".png"));
+    both.save(QString::fromStdString(m_crops + "/" + name + "-" + subject.name + ".jpg"), "JPEG", jpegQuality);
 }
 
 QualityCase::QualityCase(const char* caseName, Body caseBody) : name(caseName), body(std::move(caseBody)) {
