@@ -164,8 +164,7 @@ void SkinCorrection::Smoother::MakeFine() {
 void SkinCorrection::Smoother::MakeChange() {
     RangeGrid grid = GridOf(EvenPart, m_scale.Range());
     AddRows(grid, [&](int cells, int y) {
-        thread_local std::vector<float> skin;
-        skin.resize(m_columns);
+        std::vector<float> skin(m_columns);
         m_copy.SkinOfRow(y, 1, skin.data());
         for (float& share : skin) share = OtherShare + share * share;
         grid.Add(cells, skin.data(), m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
