@@ -9,6 +9,7 @@
 #include "Bench.h"
 #include "BenchHost.h"
 #include "BenchSlider.h"
+#include "BenchStroke.h"
 #include "BenchWindows.h"
 #include "CChunCaiShowWnd.h"
 #include "CMoPiWnd.h"
@@ -17,11 +18,7 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double MsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
+using BenchStroke::Clock, BenchStroke::MsSince;
 
 constexpr BenchSize View{1600, 1000};
 
@@ -64,19 +61,7 @@ template <class Wnd>
 void MeasureDrag(BenchReport& report) {
     BenchHost<Wnd> host(BenchPicture(Size24));
     host.canvas->SetPenSize(100);
-    SendMouse(host.canvas, QEvent::MouseButtonPress, {400, 300});
-    std::vector<double> times;
-    for (int i = 0; i < 240; ++i) {
-        const QPoint at(400 + i * 37 % 800, 300 + i * 3 % 400);
-        const auto start = Clock::now();
-        SendMouse(host.canvas, QEvent::MouseMove, at);
-        times.push_back(MsSince(start));
-        QApplication::processEvents();
-    }
-    SendMouse(host.canvas, QEvent::MouseButtonRelease, {900, 700});
-    std::sort(times.begin(), times.end());
-    report.Add("brush.drag", View.Megapixels(), times[times.size() / 2], "copy", CopyMs(View));
-    report.Add("brush.drag.worst", View.Megapixels(), times.back(), "copy", CopyMs(View));
+    BenchStroke::Measure(report, host.canvas, "brush.drag", {37, 3});
 }
 
 // A canvas that notes when it was first painted since it was asked to.

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Slimming and one-click beauty at 24 megapixels: under the hand, at the end of a stroke, and their lists.
-#include <algorithm>
-#include <chrono>
-#include <vector>
 
 #include "Bench.h"
 #include "BenchHost.h"
 #include "BenchSlider.h"
+#include "BenchStroke.h"
 #include "BenchWindows.h"
 #include "CMeiRongMeiYan.h"
 #include "CMRYiJianMeiYanWnd.h"
@@ -14,12 +12,6 @@
 #include "CShouLianSSWnd.h"
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double MsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
 
 constexpr BenchSize View{1600, 1000};
 constexpr int Entries = 200;
@@ -52,19 +44,7 @@ static const BenchCase drag("warp.drag", [](BenchReport& report) {
     NeedWindows();
     BenchHost<CShouLianSSWnd> host(BenchPicture(Size24));
     host.canvas->SetPenSize(200);
-    SendMouse(host.canvas, QEvent::MouseButtonPress, {400, 300});
-    std::vector<double> times;
-    for (int i = 0; i < 240; ++i) {
-        const QPoint at(400 + i * 3 % 800, 300 + i * 2 % 400);
-        const auto start = Clock::now();
-        SendMouse(host.canvas, QEvent::MouseMove, at);
-        times.push_back(MsSince(start));
-        QApplication::processEvents();
-    }
-    SendMouse(host.canvas, QEvent::MouseButtonRelease, {900, 700});
-    std::sort(times.begin(), times.end());
-    report.Add("warp.drag", View.Megapixels(), times[times.size() / 2], "copy", CopyMs(View));
-    report.Add("warp.drag.worst", View.Megapixels(), times.back(), "copy", CopyMs(View));
+    BenchStroke::Measure(report, host.canvas, "warp.drag", {3, 2});
 });
 
 // The places of a drag that wait at its end, each of radius 300 in the picture and a motion of ten pixels.
