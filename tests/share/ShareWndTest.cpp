@@ -48,12 +48,17 @@ class Share : public testing::Test {
         file.write("#!/bin/sh\nprintf '%s|' \"$@\" > \"${0%/*}/out\"\necho >> \"${0%/*}/out\"\n");
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
+    // What the tool wrote down, once its line is whole: the file is there before its last byte is.
     QByteArray Written() const {
-        QFile file(m_folder.filePath(QStringLiteral("bin/out")));
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return file.open(QIODevice::ReadOnly) && file.readAll().endsWith('\n'); }, 10000));
-        file.seek(0);
-        return file.readAll();
+        QByteArray line;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                QFile file(m_folder.filePath(QStringLiteral("bin/out")));
+                if (file.exists() && file.open(QIODevice::ReadOnly)) line = file.readAll();
+                return line.endsWith('\n');
+            },
+            10000));
+        return line;
     }
     static void Press(CShareWnd& window, const char* name) {
         QTest::mouseClick(window.Find<QWidget>(QLatin1String(name)), Qt::LeftButton);
