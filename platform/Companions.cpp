@@ -6,7 +6,6 @@
 #include <array>
 #include <QtNetwork/QLocalSocket>
 
-#include "AppPaths.h"
 #include "LocalPeer.h"
 #include "X11Windows.h"
 
@@ -50,9 +49,9 @@ bool RaiseOpenCompanion(std::chrono::milliseconds patience) {
 }
 
 QString CompanionSocketName(Companion companion) {
-    return QLatin1String(RowOf(companion).semaphore) + u'-' + QString::number(::geteuid());
+    return LocalSocketName(RowOf(companion).semaphore);
 }
 
 QString CompanionLockFile(Companion companion) {
-    return AppPath(CompanionSocketName(companion) + QStringLiteral(".lock"));
+    return LocalLockFile(RowOf(companion).semaphore);
 }

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SingleInstance.h"
 
-#include <unistd.h>
-
-#include <QtCore/QCryptographicHash>
 #include <QtCore/QDeadlineTimer>
-#include <QtCore/QFileInfo>
 #include <QtCore/QThread>
 #include <QtNetwork/QLocalSocket>
 
@@ -21,21 +17,10 @@ constexpr char SemaphoreName[] = "Vantu_PixelOwl_Main_Process";
 constexpr milliseconds RetryPause{20};
 constexpr milliseconds EndPatience{2000};
 
-QString UserName() {
-    return QLatin1String(SemaphoreName) + u'-' + QString::number(::geteuid());
-}
-
 // In the data folder, which a first start may have to make.
 QString LockFile() {
     MakeDirs(GetAppDir());
-    return AppPath(UserName() + QStringLiteral(".lock"));
-}
-
-// The same for every spelling of the data folder, and short enough for a socket's name however deep that lies.
-QString SocketName() {
-    const QString folder = QFileInfo(GetAppDir()).canonicalFilePath();
-    const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex().left(24);
-    return UserName() + u'-' + QLatin1String(hash);
+    return LocalLockFile(SemaphoreName);
 }
 
 }  // namespace
@@ -45,7 +30,7 @@ SingleInstance::SingleInstance(milliseconds silence) : m_lock(LockFile()), m_sil
 SingleInstance::~SingleInstance() = default;
 
 InstanceEntry SingleInstance::Enter() {
-    m_name = SocketName();
+    m_name = LocalSocketName(SemaphoreName);
     bool ended = false;
     bool ending = false;
     pid_t silent = 0;

@@ -2,10 +2,7 @@
 // The companion as a program: found, brought up and never started twice.
 #include <gtest/gtest.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
 #include <QtNetwork/QLocalServer>
 #include <QtTest/QTest>
 #include <QtWidgets/QWidget>
@@ -18,10 +15,7 @@ namespace {
 // A companion that the test started; ended with the object.
 class Started {
   public:
-    Started(const char* name, const QString& home) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QUINCE_HOME"), home);
-        m_process.setProcessEnvironment(environment);
+    explicit Started(const char* name) {
         m_process.setProcessChannelMode(QProcess::ForwardedChannels);
         m_process.start(QStringLiteral(QUINCE_BIN "/") + QLatin1String(name), {QStringLiteral("/no/such.png")});
         EXPECT_TRUE(m_process.waitForStarted());
@@ -64,23 +58,22 @@ TEST(Companion, OneThatDoesNotRunIsNotUp) {
 }
 
 TEST(Companion, RunsUnderBothNamesEachOnce) {
-    const QTemporaryDir home;
     const std::pair<const char*, Companion> names[] = {{"Twitter", Companion::Twitter},
                                                        {"FaceBook", Companion::Facebook}};
     for (const auto& [name, companion] : names) {
-        Started first(name, home.path());
+        Started first(name);
         ASSERT_TRUE(Comes(companion)) << name;
         const CompanionRow& row = RowOf(companion);
         EXPECT_TRUE(RaiseX11Window(row.windowClass, row.windowTitle)) << "class and title are those of the row";
         EXPECT_TRUE(RaiseOpenCompanion());
-        Started second(name, home.path());
+        Started second(name);
         ASSERT_TRUE(second.Process().waitForFinished(20000));
         EXPECT_EQ(second.Process().exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(second.Process().exitCode(), 0);
         EXPECT_EQ(first.Process().state(), QProcess::Running) << "it was brought up, not ended";
     }
     EXPECT_FALSE(RaiseCompanion(Companion::Twitter)) << "a lock without its process is free";
-    Started again("Twitter", home.path());
+    Started again("Twitter");
     EXPECT_TRUE(Comes(Companion::Twitter));
 }
 
@@ -102,6 +95,19 @@ TEST(Companion, AWindowIsFoundByClassAndTitleInEitherOrder) {
     QTest::qWait(50);
     EXPECT_FALSE(RaiseCompanion(Companion::Facebook));
     QCoreApplication::setApplicationName(before);
+}
+
+// Nor does it, then, keep this editor from closing.
+TEST(Companion, OneOfAnotherDataFolderIsNotUp) {
+    const QString here = CompanionSocketName(Companion::Twitter);
+    const QByteArray home = qgetenv("QUINCE_HOME");
+    qputenv("QUINCE_HOME", home + "/..");
+    const QString there = CompanionSocketName(Companion::Twitter);
+    qputenv("QUINCE_HOME", home + "/.");
+    const QString spelled = CompanionSocketName(Companion::Twitter);
+    qputenv("QUINCE_HOME", home);
+    EXPECT_NE(there, here);
+    EXPECT_EQ(spelled, here);
 }
 
 TEST(Companion, AListenerThatSaysNothingIsNotUp) {
