@@ -5,8 +5,10 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <QtCore/QDir>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
@@ -60,14 +62,23 @@ void CloseWindow(const QByteArray& title) {
 
 class Silence : public testing::Test {
   protected:
-    void Run() {
-        QProcess program;
+    void SetUp() override {
+        // The sample is large; without a stored choice the program would ask.
+        ASSERT_TRUE(QDir().mkpath(Home({})));
+        ASSERT_TRUE(WriteProfileString(QStringLiteral("Tip"), QStringLiteral("DlgOpenImageLessen"), QStringLiteral("2"),
+                                       Home(QStringLiteral("Config.ini"))));
+    }
+    QString Home(const QString& name) const { return m_folder.filePath(QStringLiteral("quince/") + name); }
+    QString Folder() const { return m_folder.path(); }
+    void Start(QProcess& program) const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QUINCE_HOME"), m_home.filePath(QStringLiteral("quince")));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("QUINCE_HOME"), Home({}));
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.filePath(QStringLiteral("config")));
         environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("quince.start.debug=true"));
         program.setProcessEnvironment(environment);
         program.start(QStringLiteral(QUINCE_BIN "/QUINCE"), {QStringLiteral(QUINCE_BIN "/Images/Example/default.jpg")});
+    }
+    static void WaitForThePicture(QProcess& program) {
         QByteArray said;
         ASSERT_TRUE(QTest::qWaitFor(
             [&] {
@@ -76,36 +87,53 @@ class Silence : public testing::Test {
             },
             PatienceMs));
         ASSERT_EQ(program.state(), QProcess::Running) << program.exitCode() << said.toStdString();
-        QFile maps(QStringLiteral("/proc/%1/maps").arg(program.processId()));
-        ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
-        const QByteArray libraries = maps.readAll();
-        EXPECT_TRUE(libraries.contains("libQt6Widgets"));
-        EXPECT_FALSE(libraries.contains("libcurl") || libraries.contains("quince_net"))
-            << "the network library is loaded for nothing";
+    }
+    static void Close(QProcess& program) {
         // The frame may still be at what follows the picture.
         for (int i = 0; i < PatienceMs / 200 && program.state() != QProcess::NotRunning; ++i) {
             CloseWindow("QUINCE");
             program.waitForFinished(200);
         }
+        ExpectAQuietEnd(program);
+    }
+    static void ExpectAQuietEnd(const QProcess& program) {
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit) << "signal " << program.exitCode();
         EXPECT_EQ(program.exitCode(), 0);
     }
 
-    QTemporaryDir m_home;
+  private:
+    QTemporaryDir m_folder;
 };
+
+// Every file below a folder, with what is in it.
+std::map<QString, QByteArray> FilesBelow(const QString& folder) {
+    std::map<QString, QByteArray> files;
+    for (QDirIterator each(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories); each.hasNext();) {
+        QFile file(each.next());
+        if (file.open(QIODevice::ReadOnly)) files[file.fileName()] = file.readAll();
+    }
+    return files;
+}
+
+void ExpectNoNetworkLibrary(const QProcess& program) {
+    QFile maps(QStringLiteral("/proc/%1/maps").arg(program.processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray libraries = maps.readAll();
+    EXPECT_TRUE(libraries.contains("libQt6Widgets"));
+    EXPECT_FALSE(libraries.contains("libcurl") || libraries.contains("quince_net"))
+        << "the network library is loaded for nothing";
+}
 
 }  // namespace
 
 TEST_F(Silence, TwoRunsSendNothingAndKeepNothingForSending) {
-    // The sample is large; without a stored choice the program would ask.
-    const QString config = m_home.filePath(QStringLiteral("quince/Config.ini"));
-    ASSERT_TRUE(QDir().mkpath(m_home.filePath(QStringLiteral("quince"))));
-    ASSERT_TRUE(
-        WriteProfileString(QStringLiteral("Tip"), QStringLiteral("DlgOpenImageLessen"), QStringLiteral("2"), config));
     for (int run = 0; run < 2; ++run) {
-        Run();
+        QProcess program;
+        Start(program);
+        WaitForThePicture(program);
         if (HasFailure()) return;
-        ASSERT_TRUE(QFile::exists(config));
+        ExpectNoNetworkLibrary(program);
+        Close(program);
         const std::pair<const char*, const char*> keys[] = {{"Main", "count"},
                                                             {"Main", "RunTime"},
                                                             {"Main", "time"},
@@ -114,10 +142,36 @@ TEST_F(Silence, TwoRunsSendNothingAndKeepNothingForSending) {
                                                             {"RunOnce", "Run"},
                                                             {"RunOnce", "PreCheckActive"}};
         for (const auto& [section, key] : keys)
-            EXPECT_EQ(GetProfileString(QLatin1String(section), QLatin1String(key), QStringLiteral("none"), config),
+            EXPECT_EQ(GetProfileString(QLatin1String(section), QLatin1String(key), QStringLiteral("none"),
+                                       Home(QStringLiteral("Config.ini"))),
                       u"none")
                 << key;
-        EXPECT_FALSE(QFile::exists(m_home.filePath(QStringLiteral("quince/Resources/LastReport.txt"))));
-        EXPECT_FALSE(QFile::exists(m_home.filePath(QStringLiteral("config/Vantu"))));
+        EXPECT_FALSE(QFile::exists(Home(QStringLiteral("Resources/LastReport.txt"))));
+        EXPECT_FALSE(QFile::exists(Folder() + QStringLiteral("/config/Vantu")));
     }
+}
+
+// With addresses, the filter ends whichever process uses them.
+TEST_F(Silence, ASecondInstanceCountsWritesAndSendsNothing) {
+    QProcess first;
+    Start(first);
+    WaitForThePicture(first);
+    if (HasFailure()) return;
+    for (const char* key : {"Analytics", "Data"})
+        ASSERT_TRUE(WriteProfileString(QStringLiteral("Addresses"), QLatin1String(key),
+                                       QStringLiteral("http://127.0.0.1:9"), Home(QStringLiteral("Addresses.ini"))));
+    const auto before = FilesBelow(Folder());
+    ASSERT_GT(before.size(), 1U);
+    QProcess second;
+    Start(second);
+    ASSERT_TRUE(second.waitForFinished(PatienceMs));
+    ExpectAQuietEnd(second);
+    EXPECT_EQ(FilesBelow(Folder()), before);
+    EXPECT_EQ(first.state(), QProcess::Running);
+    Close(first);
+
+    QProcess alone;
+    Start(alone);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return alone.state() == QProcess::NotRunning; }, PatienceMs));
+    EXPECT_EQ(alone.exitStatus(), QProcess::CrashExit) << "the only instance does use its addresses";
 }
