@@ -19,7 +19,8 @@
 
 namespace {
 
-constexpr int PatienceMs = 10000;
+// Only what fails waits as long; a machine under load may take seconds for what takes none.
+constexpr int PatienceMs = 60000;
 
 QWidget* Search(const QString& name) {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -147,9 +148,10 @@ void Driver::Key(int key, Qt::KeyboardModifiers modifiers) {
         return QTest::keyClick(popup, static_cast<Qt::Key>(key), modifiers);
     QWidget* window = TopWindow();
     if (!window) qFatal("no window to press a key in");
-    // Without a window manager nobody hands the keyboard on when a window closes.
+    // Without a window manager nobody hands the keyboard on when a window closes. The toolkit's own wait is content as
+    // soon as the window below a dialog has it.
     window->activateWindow();
-    if (!QTest::qWaitForWindowActive(window)) qFatal("%s does not get the keyboard", qPrintable(window->objectName()));
+    WaitFor(QStringLiteral("the keyboard in ") + window->objectName(), [=] { return window->isActiveWindow(); });
     QWidget* focus = QApplication::focusWidget();
     QTest::keyClick(focus && focus->window() == window ? focus : window, static_cast<Qt::Key>(key), modifiers);
 }

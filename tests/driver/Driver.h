@@ -40,7 +40,7 @@ class Driver {
 
     // Runs the event loop.
     static void Wait(int ms);
-    // Runs it until the condition holds; fails after ten seconds, naming `what`.
+    // Runs it until the condition holds; fails after a minute, naming `what`.
     static void WaitFor(const QString& what, const std::function<bool()>& condition);
 
     // Does `act`, which opens a modal window (so that it returns only when that is closed), and runs `inside` once a
