@@ -7,26 +7,9 @@
 
 namespace {
 
-// The bytes of pixels as 16-bit numbers: blue and red, green and alpha.
-struct Fields {
-    Shorts even, odd;
-};
-QUINCE_INLINE Fields FieldsOf(Words pixels) {
-    return {(Shorts)(pixels & 0x00FF00FFu), (Shorts)pixels >> 8};
-}
-QUINCE_INLINE Words PixelsOf(const Fields& fields) {
-    return (Words)(fields.even | fields.odd << 8);
-}
-
 // v * factor / 255, rounded, for bytes.
 QUINCE_INLINE Shorts Scaled(Shorts v, Shorts factor) {
-    const Shorts product = v * factor + SpreadShort(128);
-    return (product + (product >> 8)) >> 8;
-}
-
-// A number in the lower half of each word, in both.
-QUINCE_INLINE Shorts InBoth(Words v) {
-    return (Shorts)(v | v << 16);
+    return DividedBy255(v * factor);
 }
 
 QUINCE_INLINE Words Premultiply(Words straight) {
@@ -92,23 +75,6 @@ QUINCE_INLINE Words Over(Words below, Words over) {
     if (AllSolid(below)) return solid;
     const Words other = over >> 24 == 0u ? below : OverTranslucent(below, full);
     return below >= 0xFF000000u ? solid : other;
-}
-
-// Calls body(index of the first pixel, how many) for whole groups and for what is left.
-template <class Body>
-QUINCE_INLINE void ForGroups(int count, const Body& body) {
-    int i = 0;
-    for (; i + Lanes <= count; i += Lanes) body(i, Lanes);
-    if (i < count) body(i, count - i);
-}
-QUINCE_INLINE Words LoadGroup(const std::uint8_t* pixels, int i, int count) {
-    if (count == Lanes) return LoadWords(pixels + std::ptrdiff_t{4} * i);
-    Words group = {};
-    __builtin_memcpy(&group, pixels + std::ptrdiff_t{4} * i, std::size_t{4} * count);
-    return group;
-}
-QUINCE_INLINE void StoreGroup(std::uint8_t* pixels, int i, int count, Words group) {
-    __builtin_memcpy(pixels + std::ptrdiff_t{4} * i, &group, std::size_t{4} * count);
 }
 
 void PremultiplyRow(const std::uint8_t* straight, int count, std::uint8_t* out) {
