@@ -12,7 +12,7 @@
 // One call with its exact numbers, in the order in which the call takes them.
 struct AdjustCall {
     enum class Kind { UsmSharp, LightNew, Light, Saturateconst, ExposureFilter, SetHue, SetColor };
-    Kind kind;
+    Kind kind = Kind::UsmSharp;
     float a = 0;
     float b = 0;
     float c = 0;

@@ -34,7 +34,9 @@ void CAdjustLogic::TakeSource(const Bitmap& picture) {
 }
 
 void CAdjustLogic::Compose(Bitmap& shown, const std::vector<Bitmap>& views, const QRect&, double scale) const {
-    RunAdjustChain(views[0], shown, AdjustChain(m_state.Basic, m_state.Advance, scale));
+    std::vector<AdjustCall> calls = AdjustChain(m_state.Basic, m_state.Advance, scale);
+    const Bitmap start = m_sharpened.Start(views[0], calls);
+    RunAdjustChain(start, shown, calls);
 }
 
 // Lets go of the former result at once, so that no full-size picture is held for nothing.
