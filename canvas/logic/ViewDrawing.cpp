@@ -48,8 +48,12 @@ Bitmap ReducedWithin(const Bitmap& picture, QSize bounds) {
     return PC_Dsp::Resample(picture, TruncateSide(picture.Width() * by), TruncateSide(picture.Height() * by));
 }
 
-void CopyPixels(Bitmap& target, const Bitmap& source) {
+void MakeRoom(Bitmap& target, const Bitmap& source) {
     if (target.Width() != source.Width() || target.Height() != source.Height() || target.IsShared())
         target = Bitmap::Uninitialised(source.Width(), source.Height());
+}
+
+void CopyPixels(Bitmap& target, const Bitmap& source) {
+    MakeRoom(target, source);
     std::memcpy(target.MutablePixels(), source.Pixels(), source.ByteCount());
 }

@@ -17,5 +17,8 @@ void DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, ViewQu
 void DrawVisiblePart(const Bitmap& picture, const ViewGeometry& geometry, const QRect& part, Bitmap& view);
 // `picture` reduced, never enlarged, to lie within `bounds`; null without one.
 Bitmap ReducedWithin(const Bitmap& picture, QSize bounds);
+// Gives `target` the size of `source` in memory that nobody shares, its own where that is so already; its pixels are
+// then anything.
+void MakeRoom(Bitmap& target, const Bitmap& source);
 // Gives `target` the pixels of `source` in memory that nobody shares, its own where that is so already.
 void CopyPixels(Bitmap& target, const Bitmap& source);

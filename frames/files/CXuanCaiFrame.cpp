@@ -18,9 +18,6 @@ constexpr std::size_t MayRotateAt = 138, KeepRatioAt = 139, StretchAt = 140, Ble
 constexpr std::size_t DataSizeAt = 166, DataAt = 174;
 constexpr std::uint64_t ShortestRefused = 182;
 
-// Rows that are stretched and laid over in one go: few enough to stay in the cache.
-constexpr int SlabRows = 16;
-
 bool IsSet(std::uint8_t digit) {
     return digit >= '1' && digit <= '9';
 }
@@ -77,7 +74,7 @@ CXuanCaiFrame::Fit CXuanCaiFrame::FitTo(const Bitmap& picture) const {
     return fit;
 }
 
-// The stretched overlay as a whole would be written to memory and read again; slab by slab it never leaves the cache.
+// The stretched overlay as a whole would be written to memory and read again; row by row it never leaves the cache.
 Bitmap CXuanCaiFrame::Laid(const Bitmap& picture, const ProgressSpan& span) const {
     const Fit fit = FitTo(picture);
     const int width = picture.Width(), height = picture.Height();
@@ -86,21 +83,14 @@ Bitmap CXuanCaiFrame::Laid(const Bitmap& picture, const ProgressSpan& span) cons
                            height, plain ? FourthByte::Channel : FourthByte::Alpha);
     Bitmap result = Bitmap::Uninitialised(width, height);
     std::uint8_t* out = result.MutablePixels();
-    const int slabs = (height + SlabRows - 1) / SlabRows;
-    const bool done = RunRows(span, slabs, 1, [&](int first, int last) {
-        Bitmap slab = Bitmap::Uninitialised(width, SlabRows);
-        std::uint8_t* layer = slab.MutablePixels();
-        for (int top = first * SlabRows; top < std::min(last * SlabRows, height); top += SlabRows) {
-            const int rows = std::min(SlabRows, height - top);
-            std::uint8_t* to = out + top * result.Stride();
-            overlay.Make(top, top + rows, layer);
-            std::memcpy(to, picture.Row(top), static_cast<std::size_t>(rows * result.Stride()));
-            if (plain)
-                DrawPremultipliedOver(to, layer, width * rows);
-            else
-                CEffect::ChannelBlend_X(to, layer, width, rows, m_blendMode, nullptr, 0, 100);
-        }
-    });
+    const auto lay = [&](int y, std::uint8_t* layer) {
+        std::uint8_t* to = out + y * result.Stride();
+        if (plain) return DrawPremultipliedOver(picture.Row(y), layer, width, to);
+        std::memcpy(to, picture.Row(y), static_cast<std::size_t>(result.Stride()));
+        CEffect::ChannelBlend_X(to, layer, width, 1, m_blendMode, nullptr, 0, 100);
+    };
+    const bool done =
+        RunRows(span, height, GrainOf(width), [&](int first, int last) { overlay.ForEach(first, last, lay); });
     return done ? result : Bitmap();
 }
 

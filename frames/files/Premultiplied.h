@@ -12,6 +12,6 @@
 // A copy of straight pixels.
 Bitmap Premultiplied(const Bitmap& straight);
 
-// Draws `count` of them over straight pixels. Clear ones change nothing. Colours above their alpha, which stretching
-// may leave, count as their alpha, and alphas above 240 as opaque.
-void DrawPremultipliedOver(std::uint8_t* pixels, const std::uint8_t* over, int count);
+// Draws `count` of them over the straight pixels `below`, into `out`, which may be these. Clear ones change nothing.
+// Colours above their alpha, which stretching may leave, count as their alpha, and alphas above 240 as opaque.
+void DrawPremultipliedOver(const std::uint8_t* below, const std::uint8_t* over, int count, std::uint8_t* out);

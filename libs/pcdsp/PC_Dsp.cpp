@@ -43,6 +43,19 @@ int NothingToDo(const ProgressSpan& span) {
     return 1;
 }
 
+bool IsSharpening(float radius, float amount) {
+    return std::isfinite(radius) && radius > 0.0f && !std::isnan(amount);
+}
+
+bool AreOps(const PointOp* ops, int count) {
+    return count == 0 || (count > 0 && ops);
+}
+
+void RunStages(const PointPlan& plan, std::uint8_t* row, int width) {
+    const std::vector<PointStage>& stages = plan.Stages();
+    if (!plan.IsNeutral()) Kernels().pointRow(row, width, stages.data(), static_cast<int>(stages.size()));
+}
+
 PixelView ViewOf(const Bitmap& bitmap) {
     return {bitmap.Pixels(), bitmap.Width(), bitmap.Height(), bitmap.Stride()};
 }
@@ -61,16 +74,14 @@ ResampleFilter WholeFilter(int sourceLength, int length) {
 
 int PC_Dsp::ApplyPointOps(unsigned char* pixels, int width, int height, const PointOp* ops, int count,
                           CObjProgress* progress, int start, int end) {
-    if (!Usable(pixels, width, height) || count < 0 || (count > 0 && !ops)) return 0;
+    if (!Usable(pixels, width, height) || !AreOps(ops, count)) return 0;
     PointPlan plan;
     if (!plan.Add(ops, count)) return 0;
     const ProgressSpan span{progress, start, end};
     if (plan.IsNeutral()) return NothingToDo(span);
-    const std::vector<PointStage>& stages = plan.Stages();
     const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
     return RunRows(span, height, GrainOf(width), [&](int first, int last) {
-        for (int y = first; y < last; ++y)
-            Kernels().pointRow(pixels + y * stride, width, stages.data(), static_cast<int>(stages.size()));
+        for (int y = first; y < last; ++y) RunStages(plan, pixels + y * stride, width);
     });
 }
 
@@ -113,10 +124,27 @@ int PC_Dsp::SetColor(unsigned char* pixels, int width, int height, int red, int 
 
 int PC_Dsp::UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount, CObjProgress* progress,
                      int start, int end) {
-    if (!Usable(pixels, width, height) || !std::isfinite(radius) || std::isnan(amount) || radius <= 0.0f) return 0;
+    if (!Usable(pixels, width, height) || !IsSharpening(radius, amount)) return 0;
     const ProgressSpan span{progress, start, end};
     if (amount == 0.0f) return NothingToDo(span);
     return UsmSharpen(pixels, width, height, radius, amount, span);
+}
+
+int PC_Dsp::SharpenAndApply(const unsigned char* source, unsigned char* target, int width, int height, float radius,
+                            float amount, const PointOp* ops, int count, CObjProgress* progress, int start, int end) {
+    if (!Usable(source, width, height) || !target || !IsSharpening(radius, amount) || !AreOps(ops, count)) return 0;
+    PointPlan plan;
+    if (!plan.Add(ops, count)) return 0;
+    const ProgressSpan span{progress, start, end};
+    const auto apply = [&](std::uint8_t* row) { RunStages(plan, row, width); };
+    if (amount != 0.0f) return UsmSharpenInto(source, target, width, height, radius, amount, apply, span);
+    const std::ptrdiff_t stride = std::ptrdiff_t{4} * width;
+    return RunRows(span, height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) {
+            std::copy_n(source + y * stride, stride, target + y * stride);
+            apply(target + y * stride);
+        }
+    });
 }
 
 int PC_Dsp::CannyDericheBlur(unsigned char* pixels, int width, int height, float sigmaX, float sigmaY,

@@ -97,6 +97,11 @@ class PC_Dsp {
     static int UsmSharp(unsigned char* pixels, int width, int height, float radius, float amount,
                         CObjProgress* progress, int start, int end);
 
+    // UsmSharp and then ApplyPointOps in one pass over a picture that stays as it is: writes to `target`, of the same
+    // size and not overlapping, the bytes that both calls would leave in a copy. Refused where one of them is.
+    static int SharpenAndApply(const unsigned char* source, unsigned char* target, int width, int height, float radius,
+                               float amount, const PointOp* ops, int count, CObjProgress* progress, int start, int end);
+
     // Skin smoothing: evens blotches, fine wrinkles and the shadows of pores, and keeps grain, edges and shading.
     // `sigma` is the strength: 0 is neutral, anything beyond 10 is held there; unequal numbers act as their geometric
     // mean. Cost does not depend on it. `mask`, when there is one, has a byte for each pixel: 0 leaves the pixel, 255

@@ -4,8 +4,8 @@
 #include "Bitmap.h"
 #include "Resampler.h"
 
-// What PC_Dsp::ResampleRect draws at its best quality, a few rows at a time: whatever is done to them next finds them
-// in the cache, and the whole never needs memory. The bytes are the same. Rows may be made by several threads at once.
+// What PC_Dsp::ResampleRect draws at its best quality, a row at a time: whatever is done to it next finds it in
+// the cache, and the whole never needs memory. The bytes are the same. Rows may be made by several threads at once.
 class RectRows {
   public:
     // The rectangle of `source` at (sx, sy) of size sw x sh, all above 0, over `width` x `height` pixels.
@@ -16,10 +16,11 @@ class RectRows {
           m_rows(source.Height(), sy, sh, height, ViewFilter(sh, height, ResampleQuality::Best)),
           m_fourth(fourth) {}
 
-    // Rows first to last - 1, one below the other.
-    void Make(int first, int last, std::uint8_t* out) const {
+    // Calls use(y, row) for the rows first to last - 1; the row may be written, and is gone with the next one.
+    template <class Use>
+    void ForEach(int first, int last, const Use& use) const {
         const PixelView view{m_source.Pixels(), m_source.Width(), m_source.Height(), m_source.Stride()};
-        ResampleRows(view, m_columns, m_rows, first, last, m_fourth, out);
+        ResampleRows(view, m_columns, m_rows, first, last, m_fourth, use);
     }
 
   private:

@@ -96,8 +96,10 @@ void Round(const std::vector<double>& exact, std::int16_t* weights) {
 ResampleTaps::ResampleTaps(int size, double origin, double length, int count, ResampleFilter filter) {
     const double scale = length / count;
     const double reach = Reach(filter, scale);
-    // One pixel more than the widest window may touch, and even.
-    taps = std::min(size, static_cast<int>(std::ceil(2.0 * reach)) + 1);
+    // An area counts each pixel that the window touches, the other filters those whose middle lies in it.
+    const double inside = filter == ResampleFilter::Area ? 0.0 : 0.5;
+    // As many as the widest window may hold, and even.
+    taps = std::min(size, static_cast<int>(std::ceil(2.0 * reach + 1.0 - 2.0 * inside)));
     taps += taps & 1;
     starts.resize(count);
     weights.assign(std::size_t(count) * taps, 0);
@@ -107,8 +109,8 @@ ResampleTaps::ResampleTaps(int size, double origin, double length, int count, Re
         const double left = origin + n * scale;
         const double centre = left + 0.5 * scale;
         // A hair inside, so that a border on a pixel's edge does not start a pixel early.
-        const int from = static_cast<int>(std::floor(centre - reach + 1e-9));
-        const int to = static_cast<int>(std::ceil(centre + reach - 1e-9));
+        const int from = static_cast<int>(std::floor(centre - reach + inside + 1e-9));
+        const int to = static_cast<int>(std::ceil(centre + reach - inside - 1e-9));
         const int start = std::clamp(from, 0, std::max(0, size - taps));
         std::fill(exact.begin(), exact.end(), 0.0);
         for (int i = from; i < to; ++i) {

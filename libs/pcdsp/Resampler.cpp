@@ -3,12 +3,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 #include "Kernels.h"
 #include "Rows.h"
 
 namespace {
+
+// `count` is above 0. A comparison with the neighbour, since that of memory is quicker than a loop.
+bool AreZero(const std::int16_t* numbers, int count) {
+    return numbers[0] == 0 && std::memcmp(numbers, numbers + 1, static_cast<std::size_t>(count - 1) * 2) == 0;
+}
 
 // One result row: first down the columns of the source, then across. Parts with translucent pixels take the slower way
 // with colours times alpha; whether a part does depends on the source pixels it reads alone.
@@ -34,6 +40,7 @@ class RowMaker {
         }
         const std::int16_t* weights = &m_rows.weights[std::size_t(y) * m_rows.taps];
         const int count = static_cast<int>(m_starts.size());
+        if (m_fourth == FourthByte::Channel) return MakeChannels(weights, count, out);
         if (MakeOpaque(weights, 0, count, out)) return;
         // Most of a row with translucent pixels may still be opaque.
         for (int n = 0; n < count; n += Block) {
@@ -55,12 +62,26 @@ class RowMaker {
     }
     int EndOf(int last) const { return std::min(m_starts[last - 1] + m_columns.taps, m_width); }
 
+    // Most of an overlay is clear; what is 0 in all that is read needs no sum.
+    void MakeChannels(const std::int16_t* weights, int count, std::uint8_t* out) {
+        Kernels().sumRows(m_pointers.data(), weights, m_rows.taps, 4 * m_width, m_sums.data());
+        for (int n = 0; n < count; n += Block) {
+            const int last = std::min(n + Block, count);
+            std::uint8_t* part = out + std::ptrdiff_t{4} * n;
+            if (AreZero(m_sums.data() + std::ptrdiff_t{4} * m_starts[n], 4 * (EndOf(last) - m_starts[n])))
+                std::memset(part, 0, 4 * static_cast<std::size_t>(last - n));
+            else
+                Kernels().sumColumns(m_sums.data(), &m_starts[n], &m_columns.weights[std::size_t(n) * m_columns.taps],
+                                     m_columns.taps, last - n, part);
+        }
+    }
+
     // False when a pixel that is read is translucent; `out` is then not written.
     bool MakeOpaque(const std::int16_t* weights, int first, int last, std::uint8_t* out) {
         const int begin = m_starts[first], end = EndOf(last);
         const std::uint32_t all = Kernels().sumRows(PointersFrom(begin).data(), weights, m_rows.taps, 4 * (end - begin),
                                                     m_sums.data() + std::ptrdiff_t{4} * begin);
-        if (all >> 24 != 255 && m_fourth == FourthByte::Alpha) return false;
+        if (all >> 24 != 255) return false;
         Kernels().sumColumns(m_sums.data(), &m_starts[first], &m_columns.weights[std::size_t(first) * m_columns.taps],
                              m_columns.taps, last - first, out);
         return true;
@@ -121,7 +142,11 @@ bool ResampleInto(const PixelView& source, const ResampleTaps& columns, const Re
 }
 
 void ResampleRows(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, int first, int last,
-                  FourthByte fourth, std::uint8_t* out) {
+                  FourthByte fourth, const std::function<void(int y, std::uint8_t* row)>& use) {
     RowMaker maker(source, columns, rows, fourth);
-    for (int y = first; y < last; ++y, out += 4 * columns.starts.size()) maker.Make(y, out);
+    std::vector<std::uint8_t> row(4 * columns.starts.size());
+    for (int y = first; y < last; ++y) {
+        maker.Make(y, row.data());
+        use(y, row.data());
+    }
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "ProgressSpan.h"
 #include "ResampleTaps.h"
@@ -24,7 +25,7 @@ bool ResampleInto(const PixelView& source, const ResampleTaps& columns, const Re
 // whose colours are multiplied by their alpha.
 enum class FourthByte { Alpha, Channel };
 
-// The rows first to last - 1 of what ResampleInto draws, one below the other from `out` on, on the calling thread
-// alone.
+// Calls use(y, row) for the rows first to last - 1 of what ResampleInto draws, in order, on the calling thread alone.
+// The row may be written; its memory holds the next one afterwards.
 void ResampleRows(const PixelView& source, const ResampleTaps& columns, const ResampleTaps& rows, int first, int last,
-                  FourthByte fourth, std::uint8_t* out);
+                  FourthByte fourth, const std::function<void(int y, std::uint8_t* row)>& use);

@@ -50,73 +50,95 @@ class LumaRows {
     std::vector<float> m_values;
 };
 
-// A picture is sharpened in place by bands of fixed height. What a band needs of its neighbours' rows is taken before
+// What is sharpened, and where it goes: the same place, or another.
+struct Job {
+    const std::uint8_t* from;
+    std::uint8_t* to;
+    int width, height;
+    double radius, amount;
+
+    bool IsInPlace() const { return from == to; }
+    const std::uint8_t* From(int y) const { return from + std::ptrdiff_t{4} * width * y; }
+    std::uint8_t* To(int y) const { return to + std::ptrdiff_t{4} * width * y; }
+};
+
+// A picture is sharpened by bands of fixed height. What a band needs of its neighbours' rows in place is taken before
 // any band begins, so that neither the order nor the number of threads shows.
 class Sharpener {
   public:
-    Sharpener(std::uint8_t* pixels, int width, int height, double radius, double amount)
-        : m_pixels(pixels),
-          m_width(width),
-          m_height(height),
-          m_amount(static_cast<float>(amount)),
-          m_blur(radius),
-          m_borders((Bands() - 1) * 2 * m_blur.half, width, m_blur.half) {
+    explicit Sharpener(const Job& job)
+        : m_job(job),
+          m_blur(std::clamp(job.radius, 0.3, 5.0)),
+          m_borders(job.IsInPlace() ? (Bands() - 1) * 2 * m_blur.half : 0, job.width, m_blur.half) {
+        if (!job.IsInPlace()) return;
         ForEachBand(Bands() - 1, 1, [&](int first, int last) {
             for (int border = first; border < last; ++border)
                 for (int i = 0; i < 2 * m_blur.half; ++i)
-                    m_borders.Fill(border * 2 * m_blur.half + i, Pixels(BorderRow(border, i)));
+                    m_borders.Fill(border * 2 * m_blur.half + i, m_job.From(BorderRow(border, i)));
         });
     }
 
-    int Bands() const { return (m_height + BandRows - 1) / BandRows; }
+    int Bands() const { return (m_job.height + BandRows - 1) / BandRows; }
 
-    void Run(int band) {
+    // `finish` is called with each row that is done; it may be empty.
+    void Run(int band, const std::function<void(std::uint8_t*)>& finish) {
         const int half = m_blur.half, count = 2 * half + 1;
-        const int first = band * BandRows, last = std::min(m_height, first + BandRows);
-        LumaRows ring(count, m_width, half);
-        std::vector<float> scratch(3 * std::size_t(m_width + 2 * half + Slack));
-        // Luma of row y, filled ahead of the row that is changed; border rows come from what was taken before.
+        const int first = band * BandRows, last = std::min(m_job.height, first + BandRows);
+        // The rows whose luma is read as they are; those before and behind were taken before.
+        const int begin = m_job.IsInPlace() ? first : std::max(0, first - half);
+        const int end = m_job.IsInPlace() ? last : m_job.height;
+        LumaRows ring(count, m_job.width, half);
+        std::vector<float> scratch(3 * std::size_t(m_job.width + 2 * half + Slack));
+        // Luma of row y, filled ahead of the row that is changed.
         const auto source = [&](int y) -> const float* {
-            y = std::clamp(y, 0, m_height - 1);
-            if (y < first) return m_borders.Row((band - 1) * 2 * half + (y - first + half));
-            if (y >= last) return m_borders.Row(band * 2 * half + half + (y - last));
+            y = std::clamp(y, 0, m_job.height - 1);
+            if (y < begin) return m_borders.Row((band - 1) * 2 * half + (y - first + half));
+            if (y >= end) return m_borders.Row(band * 2 * half + half + (y - last));
             return ring.Row(y % count);
         };
-        for (int y = first; y < std::min(last, first + half); ++y) ring.Fill(y % count, Pixels(y));
+        for (int y = begin; y < std::min(end, first + half); ++y) ring.Fill(y % count, m_job.From(y));
         std::array<const float*, 2 * MaxHalf + 1> rows;
         UsmRow row;
         row.luma = rows.data();
         row.half = half;
         row.weights = m_blur.weights.data();
-        row.amount = m_amount;
+        row.amount = static_cast<float>(std::clamp(m_job.amount, -1.0, 20.0));
         row.halo = Halo;
         row.scratch = scratch.data();
         for (int y = first; y < last; ++y) {
-            if (y + half < last) ring.Fill((y + half) % count, Pixels(y + half));
+            if (y + half < end) ring.Fill((y + half) % count, m_job.From(y + half));
             for (int i = 0; i < count; ++i) rows[i] = source(y - half + i);
-            Kernels().usmRow(Pixels(y), m_width, row);
+            if (!m_job.IsInPlace()) std::copy_n(m_job.From(y), std::ptrdiff_t{4} * m_job.width, m_job.To(y));
+            Kernels().usmRow(m_job.To(y), m_job.width, row);
+            if (finish) finish(m_job.To(y));
         }
     }
 
   private:
-    std::uint8_t* Pixels(int y) const { return m_pixels + std::ptrdiff_t{4} * m_width * y; }
     // Row i of the 2 * half rows about the lower end of band `border`; a short last band repeats the last row.
     int BorderRow(int border, int i) const {
-        return std::clamp((border + 1) * BandRows - m_blur.half + i, 0, m_height - 1);
+        return std::clamp((border + 1) * BandRows - m_blur.half + i, 0, m_job.height - 1);
     }
 
-    std::uint8_t* m_pixels;
-    int m_width, m_height;
-    float m_amount;
-    Blur m_blur;
+    const Job m_job;
+    const Blur m_blur;
     LumaRows m_borders;
 };
+
+bool Sharpen(const Job& job, const std::function<void(std::uint8_t*)>& finish, const ProgressSpan& span) {
+    Sharpener sharpener(job);
+    return RunRows(span, sharpener.Bands(), 1, [&](int first, int last) {
+        for (int band = first; band < last; ++band) sharpener.Run(band, finish);
+    });
+}
 
 }  // namespace
 
 bool UsmSharpen(std::uint8_t* pixels, int width, int height, double radius, double amount, const ProgressSpan& span) {
-    Sharpener sharpener(pixels, width, height, std::clamp(radius, 0.3, 5.0), std::clamp(amount, -1.0, 20.0));
-    return RunRows(span, sharpener.Bands(), 1, [&](int first, int last) {
-        for (int band = first; band < last; ++band) sharpener.Run(band);
-    });
+    return Sharpen({pixels, pixels, width, height, radius, amount}, {}, span);
+}
+
+bool UsmSharpenInto(const std::uint8_t* source, std::uint8_t* target, int width, int height, double radius,
+                    double amount, const std::function<void(std::uint8_t* row)>& finish, const ProgressSpan& span) {
+    return Sharpen({source, target, width, height, radius, amount}, finish, span);
 }

@@ -3,6 +3,7 @@
 
 #include <QtCore/QFile>
 
+#include "BrushKernels.h"
 #include "BrushMask.h"
 #include "BrushMix.h"
 #include "BrushPlace.h"
@@ -97,8 +98,10 @@ TEST(BrushMask, ItsPictureIsGreyAndOpaque) {
     EXPECT_EQ(TestPictures::PixelAt(picture, 3, 1), 0xFF000000u);
 }
 
+namespace {
+
 // Every row of a stamp and every pixel of a composition against the twin, at all places around the picture's edge.
-TEST(BrushMix, EqualsThePlainTwin) {
+void ExpectPlainTwin() {
     const Bitmap picture = TestPictures::Noise(61, 47, 1), effect = TestPictures::Noise(61, 47, 2);
     for (const auto shape : {PC_Dsp::Circle_Gradient_Alpha, PC_Dsp::Circle_Gradient_Alpha2Eye}) {
         PlainBrush plain;
@@ -132,4 +135,15 @@ TEST(BrushMix, EqualsThePlainTwin) {
             EXPECT_TRUE(viewed == composed) << strength;
         }
     }
+}
+
+}  // namespace
+
+TEST(BrushMix, EqualsThePlainTwinInEveryInstructionSet) {
+    for (int set = 0; set < KernelSetCount(); ++set) {
+        SCOPED_TRACE(BrushKernelSet(set).name);
+        SelectKernelSet(set);
+        ExpectPlainTwin();
+    }
+    SelectKernelSet(-1);
 }

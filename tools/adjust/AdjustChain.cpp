@@ -4,6 +4,7 @@
 #include "AdjustSliders.h"
 #include "PC_Dsp.h"
 #include "Truncate.h"
+#include "ViewDrawing.h"
 
 namespace {
 
@@ -66,22 +67,31 @@ std::vector<AdjustCall> AdjustChain(const BasicAdjustParams& basic, const Advanc
     return calls;
 }
 
-bool RunAdjustChain(Bitmap& bitmap, const std::vector<AdjustCall>& calls, const ProgressSpan& span) {
-    if (!bitmap || calls.empty()) return span.CanContinue();
-    const auto [sharpSpan, pointSpan] = Split<2>(span, {1, 1});
+bool RunAdjustChain(const Bitmap& source, Bitmap& target, const std::vector<AdjustCall>& calls,
+                    const ProgressSpan& span) {
+    if (!source || calls.empty()) {
+        target = source;
+        return span.CanContinue();
+    }
+    float amount = 0.0f;
     std::vector<PointOp> points;
-    std::uint8_t* pixels = bitmap.MutablePixels();
     for (const AdjustCall& call : calls) {
         if (call.kind == AdjustCall::Kind::UsmSharp)
-            PC_Dsp::UsmSharp(pixels, bitmap.Width(), bitmap.Height(), call.a, call.b, sharpSpan.sink, sharpSpan.start,
-                             sharpSpan.end);
+            amount = call.b;
         else
             points.push_back(ToPointOp(call));
     }
-    if (!points.empty() && span.CanContinue())
-        PC_Dsp::ApplyPointOps(pixels, bitmap.Width(), bitmap.Height(), points.data(), static_cast<int>(points.size()),
-                              pointSpan.sink, pointSpan.start, pointSpan.end);
+    MakeRoom(target, source);
+    if (!PC_Dsp::SharpenAndApply(source.Pixels(), target.MutablePixels(), source.Width(), source.Height(), UsmRadius,
+                                 amount, points.data(), static_cast<int>(points.size()), span.sink, span.start,
+                                 span.end))
+        target = source;
     return span.CanContinue();
+}
+
+bool RunAdjustChain(Bitmap& bitmap, const std::vector<AdjustCall>& calls, const ProgressSpan& span) {
+    const Bitmap source = bitmap;
+    return RunAdjustChain(source, bitmap, calls, span);
 }
 
 bool RunAdjustScene(Bitmap& bitmap, int scenario, const ProgressSpan& span) {

@@ -12,7 +12,7 @@
 // One call with its exact numbers, in the order in which the call takes them.
 struct AdjustCall {
     enum class Kind { UsmSharp, LightNew, Light, Saturateconst, ExposureFilter, SetHue, SetColor };
-    Kind kind;
+    Kind kind = Kind::UsmSharp;
     float a = 0;
     float b = 0;
     float c = 0;
@@ -27,8 +27,12 @@ struct AdjustCall {
 // 0.
 std::vector<AdjustCall> AdjustChain(const BasicAdjustParams& basic, const AdvanceAdjustParams& advance, double scale);
 
-// Runs the calls on the bitmap's own pixels: the sharpening first, then everything that is a function of one pixel in
-// one fused pass. False when the sink stopped it, and then the bitmap holds a part of the work. Any thread.
+// Runs the calls in one fused pass from `source` into `target`, whose memory is used again where nobody shares it:
+// the sharpening first, then everything that is a function of one pixel. Without calls the target shares the source's
+// pixels, and also when the work was stopped. False when the sink asked to stop. Any thread.
+bool RunAdjustChain(const Bitmap& source, Bitmap& target, const std::vector<AdjustCall>& calls,
+                    const ProgressSpan& span = {});
+// The same on one bitmap.
 bool RunAdjustChain(Bitmap& bitmap, const std::vector<AdjustCall>& calls, const ProgressSpan& span = {});
 
 // Runs a scene (1 to 4) on the bitmap's own pixels. False for an unknown scene and when the sink stopped it. Any

@@ -34,13 +34,9 @@ void CAdjustLogic::TakeSource(const Bitmap& picture) {
 }
 
 void CAdjustLogic::Compose(Bitmap& shown, const std::vector<Bitmap>& views, const QRect&, double scale) const {
-    const auto calls = AdjustChain(m_state.Basic, m_state.Advance, scale);
-    if (calls.empty()) {
-        shown = views[0];
-        return;
-    }
-    CopyPixels(shown, views[0]);
-    RunAdjustChain(shown, calls);
+    std::vector<AdjustCall> calls = AdjustChain(m_state.Basic, m_state.Advance, scale);
+    const Bitmap start = m_sharpened.Start(views[0], calls);
+    RunAdjustChain(start, shown, calls);
 }
 
 // Lets go of the former result at once, so that no full-size picture is held for nothing.
@@ -171,8 +167,7 @@ Bitmap CAdjustLogic::RenderResult() {
 }
 
 bool CAdjustLogic::RenderInto(Bitmap& result, const ProgressSpan& span) const {
-    result = m_state.WorkBitmap;
-    return RunAdjustChain(result, AdjustChain(m_state.Basic, m_state.Advance, 1.0), span);
+    return RunAdjustChain(m_state.WorkBitmap, result, AdjustChain(m_state.Basic, m_state.Advance, 1.0), span);
 }
 
 bool CAdjustLogic::HasWork() const {

@@ -8,6 +8,7 @@
 #include "AdjustState.h"
 #include "CanvasLogic.h"
 #include "ProgressSpan.h"
+#include "SharpenedLayer.h"
 
 class CObjProgress;
 
@@ -67,7 +68,10 @@ class CAdjustLogic : public CanvasLogic {
     QString SceneFilePath() const { return m_sceneFilePath; }
 
   protected:
-    void ForgetAll() override { m_state = {}; }
+    void ForgetAll() override {
+        m_state = {};
+        m_sharpened = {};
+    }
     // The values stay.
     void TakeSource(const Bitmap& picture) override;
     void Compose(Bitmap& shown, const std::vector<Bitmap>& views, const QRect& part, double scale) const override;
@@ -89,4 +93,5 @@ class CAdjustLogic : public CanvasLogic {
 
     const QString m_sceneFilePath;
     AdjustState m_state;
+    mutable SharpenedLayer m_sharpened;  // of the view; tells nothing that the state does not
 };

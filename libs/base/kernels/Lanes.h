@@ -190,4 +190,22 @@ QUINCE_INLINE void ForPixelGroups(std::uint8_t* pixels, int count, const Body& b
     __builtin_memcpy(pixels + std::ptrdiff_t{4} * i, rest, std::size_t(count - i) * 4);
 }
 
+// The same for rows that are read and written apart: calls body(index of the first pixel, how many) for whole groups
+// and for what is left, which it loads and stores with the two functions below.
+template <class Body>
+QUINCE_INLINE void ForGroups(int count, const Body& body) {
+    int i = 0;
+    for (; i + Lanes <= count; i += Lanes) body(i, Lanes);
+    if (i < count) body(i, count - i);
+}
+QUINCE_INLINE Words LoadGroup(const std::uint8_t* pixels, int i, int count) {
+    if (count == Lanes) return LoadWords(pixels + std::ptrdiff_t{4} * i);
+    Words group = {};
+    __builtin_memcpy(&group, pixels + std::ptrdiff_t{4} * i, std::size_t{4} * count);
+    return group;
+}
+QUINCE_INLINE void StoreGroup(std::uint8_t* pixels, int i, int count, Words group) {
+    __builtin_memcpy(pixels + std::ptrdiff_t{4} * i, &group, std::size_t{4} * count);
+}
+
 }  // namespace

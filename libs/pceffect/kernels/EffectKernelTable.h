@@ -5,7 +5,9 @@
 #include "BlendKernels.h"
 #include "FadeKernels.h"
 #include "LookKernels.h"
+#include "OverKernels.h"
 #include "PlaceKernels.h"
 
 extern const EffectKernels QUINCE_KERNEL_TABLE;
-const EffectKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, LookRow, SpreadRow, SumBlocks, FadeRow, BlendRow};
+const EffectKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, LookRow,        SpreadRow, SumBlocks, FadeRow,
+                                           BlendRow,           PremultiplyRow, OverRow};

@@ -41,6 +41,10 @@ struct Dither {
 constexpr std::uint32_t DitherStepX = 3242174889u, DitherStepY = 2447445414u;
 constexpr int DitherReach = 230;
 
+// The alpha of an opaque pixel whose colours are multiplied by it. The room above takes up what stretching overshoots
+// at an edge, which would else be cut off and leave its colour too light.
+constexpr int OverOpaque = 240;
+
 struct EffectKernels {
     const char* name;
 
@@ -62,6 +66,14 @@ struct EffectKernels {
     // Lays `count` pixels of a layer over a picture in a mode of BlendModes.h. In floating point: sets may differ by a
     // level.
     void (*blendRow)(std::uint8_t* picture, const std::uint8_t* layer, int count, int mode);
+
+    // Multiplies the colours of `count` straight pixels by their alpha, and all by OverOpaque / 255.
+    void (*premultiplyRow)(const std::uint8_t* straight, int count, std::uint8_t* out);
+
+    // Draws such pixels, stretched or not, over straight ones. Clear ones change nothing, colours above their alpha
+    // count as it, alphas above OverOpaque as opaque. `out` may be `below`. Over translucent pixels sets may differ by
+    // a level.
+    void (*overRow)(const std::uint8_t* below, const std::uint8_t* over, int count, std::uint8_t* out);
 };
 
 const EffectKernels& EffectKernelsInUse();

@@ -196,3 +196,47 @@ TEST(ExtremeNumbers, AreHeldAtTheEndOfTheirRange) {
                     }));
     }
 }
+
+TEST(SharpenAndApply, LeavesTheBytesOfBothCalls) {
+    const PointOp ops[] = {{PointOp::Kind::LightNew, 2}, {PointOp::Kind::Light, 20}, {PointOp::Kind::SetHue, 15}};
+    for (const auto& [width, height] : {std::pair{1, 1}, {31, 2}, {5, 97}, {67, 301}})
+        for (const float amount : {0.0f, 1.2f, -0.6f})
+            for (const int count : {0, 3})
+                for (int set = 0; set < KernelSetCount(); ++set) {
+                    SCOPED_TRACE(testing::Message() << width << " x " << height << ", " << amount << ", " << count);
+                    SelectKernelSet(set);
+                    const Bitmap source = TestPictures::Noise(width, height, 3, false), kept = source.Clone();
+                    Bitmap expected = source, target(width, height);
+                    std::uint8_t* pixels = expected.MutablePixels();
+                    PC_Dsp::UsmSharp(pixels, width, height, 1.1f, amount, nullptr, 0, 100);
+                    PC_Dsp::ApplyPointOps(pixels, width, height, ops, count, nullptr, 0, 100);
+                    for (const int threads : {1, 3}) {
+                        SetWorkerCount(threads);
+                        target.Fill(0);
+                        EXPECT_NE(PC_Dsp::SharpenAndApply(source.Pixels(), target.MutablePixels(), width, height, 1.1f,
+                                                          amount, ops, count, nullptr, 0, 100),
+                                  0);
+                        EXPECT_TRUE(target == expected);
+                        EXPECT_TRUE(source == kept);
+                    }
+                }
+    SelectKernelSet(-1);
+    SetWorkerCount(0);
+}
+
+TEST(SharpenAndApply, RefusesWhatOneOfTheCallsRefuses) {
+    const Bitmap source = TestPictures::Face(9, 9);
+    Bitmap target(9, 9);
+    std::uint8_t* to = target.MutablePixels();
+    const PointOp good{PointOp::Kind::Light, 20}, bad{PointOp::Kind::Light, std::numeric_limits<float>::quiet_NaN()};
+    const auto run = [&](const std::uint8_t* from, float radius, const PointOp* ops, int count) {
+        return PC_Dsp::SharpenAndApply(from, to, 9, 9, radius, 1.0f, ops, count, nullptr, 0, 100);
+    };
+    EXPECT_EQ(run(nullptr, 1.0f, &good, 1), 0);
+    EXPECT_EQ(run(source.Pixels(), 0.0f, &good, 1), 0);
+    EXPECT_EQ(run(source.Pixels(), 1.0f, &bad, 1), 0);
+    EXPECT_EQ(run(source.Pixels(), 1.0f, nullptr, 1), 0);
+    EXPECT_EQ(run(source.Pixels(), 1.0f, &good, -1), 0);
+    EXPECT_TRUE(target == Bitmap(9, 9));
+    EXPECT_NE(run(source.Pixels(), 1.0f, &good, 1), 0);
+}

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CubicTaps.h"
 #include "Kernels.h"
 #include "Parallel.h"
 #include "PC_Dsp.h"
@@ -48,6 +49,25 @@ TEST(Resample, AViewIsTheMeanOfTheAreaItCovers) {
             }
 }
 
+TEST(Resample, AnEnlargedViewIsTheCubicOfTheSixteenPixelsAround) {
+    const Bitmap source = TestPictures::Noise(43, 37, 8);
+    const double sx = 6.3, sy = 4.1, sw = 30.0, sh = 29.5;
+    Bitmap target(97, 113);
+    PC_Dsp::ResampleRect(source, sx, sy, sw, sh, target, ResampleQuality::Best);
+    for (int y = 0; y < 113; ++y)
+        for (int x = 0; x < 97; ++x) {
+            const double u = sx + (x + 0.5) * sw / 97 - 0.5, v = sy + (y + 0.5) * sh / 113 - 0.5;
+            for (int c = 0; c < 3; ++c) {
+                double sum = 0.0;
+                for (int j = int(v) - 1; j < int(v) + 3; ++j)
+                    for (int i = int(u) - 1; i < int(u) + 3; ++i)
+                        sum += CatmullRom(u - i) * CatmullRom(v - j) * source.Row(j)[4 * i + c];
+                // Weights are in 1/16384, and the sums of a column are kept in 1/64 level.
+                ASSERT_LE(std::abs(std::clamp(sum, 0.0, 255.0) - target.Row(y)[4 * x + c]), 0.55) << x << ", " << y;
+            }
+        }
+}
+
 TEST(Resample, APartOfAViewIsThatPartOfTheWholeView) {
     const Bitmap source = TestPictures::Face(600, 400);
     for (const double scale : {2.5, 1.0, 0.4}) {
@@ -66,12 +86,21 @@ TEST(Resample, GivesTheSameBytesForAnyThreadsAndInstructionSet) {
     SetWorkerCount(1);
     SelectKernelSet(0);
     const Bitmap reduced = PC_Dsp::Resample(source, 100, 61), enlarged = PC_Dsp::Resample(source, 500, 611);
+    const Bitmap opaque = TestPictures::Noise(331, 257, 4);
+    const auto view = [&](int width, int height) {
+        Bitmap target(width, height);
+        PC_Dsp::ResampleRect(opaque, 3.5, 2.25, 300, 200, target, ResampleQuality::Best);
+        return target;
+    };
+    const Bitmap third = view(101, 67), larger = view(517, 431);
     for (int set = 0; set < KernelSetCount(); ++set)
         for (const int threads : {2, 3, 16}) {
             SelectKernelSet(set);
             SetWorkerCount(threads);
             EXPECT_TRUE(PC_Dsp::Resample(source, 100, 61) == reduced);
             EXPECT_TRUE(PC_Dsp::Resample(source, 500, 611) == enlarged);
+            EXPECT_TRUE(view(101, 67) == third);
+            EXPECT_TRUE(view(517, 431) == larger);
         }
     SelectKernelSet(-1);
     SetWorkerCount(0);

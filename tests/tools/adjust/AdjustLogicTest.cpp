@@ -335,6 +335,47 @@ TEST_F(AdjustLogicTest, ASliderEventTouchesOnlyTheView) {
     EXPECT_TRUE(logic->State().ResultBitmap.IsNull());
 }
 
+TEST_F(AdjustLogicTest, WhatADragKeepsNeverShows) {
+    Open(TestPictures::Face(301, 233), 400, 300);
+    const auto expectView = [&](const char* after) {
+        const Bitmap kept = logic->View().bitmap;
+        // Another tool that has kept nothing.
+        CHistoryManager otherHistory(TestHome::Path() + QStringLiteral("/Temp/Other/"));
+        CAdjustLogic other(otherHistory);
+        other.SetViewSize(400, 300);
+        other.SetSource(logic->Picture());
+        for (const AdjustSlider& slider : AdjustSliders)
+            if (logic->GetValue(slider.index) != 0) other.SetValue(slider.index, logic->GetValue(slider.index));
+        other.SetGeometry(logic->Geometry(), ViewQuality::Settled);
+        EXPECT_TRUE(kept == other.View().bitmap) << after;
+    };
+    logic->SetValue(Sharpness, 40);
+    expectView("sharpness");
+    for (const int contrast : {5, 10, 15, 0, -20}) {
+        logic->SetValue(Contrast, contrast);
+        expectView("a drag of contrast");
+    }
+    for (const int sharpness : {30, 30, -50, 20}) {
+        logic->SetValue(Sharpness, sharpness);
+        expectView("a drag of sharpness");
+    }
+    logic->SetValue(Saturation, 25);
+    logic->SetValue(Saturation, 35);
+    logic->SetZoom(1.7);
+    expectView("a zoom");
+    logic->PanBy(-30, 12);
+    expectView("a pan");
+    logic->SetValue(Saturation, 45);
+    expectView("a drag after it");
+    logic->SetValue(Hue, 20);
+    expectView("the other group");
+    logic->SetValue(Sharpness, 25);
+    logic->SetSource(TestPictures::Face(301, 233));
+    logic->SetValue(Contrast, 12);
+    logic->SetValue(Contrast, 13);
+    expectView("another picture");
+}
+
 TEST_F(AdjustLogicTest, FitLeavesAMargin) {
     Open(TestPictures::Plain(1200, 600, 0xFF808080), 600, 600);
     EXPECT_DOUBLE_EQ(logic->Geometry().FitZoom(), 1.0 / 2.2);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Registers seen as 16-bit numbers: the few operations of the look kernels. Unpacking and shuffling work inside blocks
-// of 16 bytes.
+// Registers seen as 16-bit numbers. Unpacking and shuffling work inside blocks of 16 bytes.
 #pragma once
 
 #include "Lanes.h"
@@ -76,6 +75,26 @@ QUINCE_INLINE Shorts LoadShorts(const std::int16_t* from) {
     Shorts v;
     __builtin_memcpy(&v, from, sizeof v);
     return v;
+}
+
+// The bytes of pixels as 16-bit numbers: blue and red, green and alpha.
+struct Fields {
+    Shorts even, odd;
+};
+QUINCE_INLINE Fields FieldsOf(Words pixels) {
+    return {(Shorts)(pixels & 0x00FF00FFu), (Shorts)pixels >> 8};
+}
+QUINCE_INLINE Words PixelsOf(const Fields& fields) {
+    return (Words)(fields.even | fields.odd << 8);
+}
+// A number in the lower half of each word, in both.
+QUINCE_INLINE Shorts InBoth(Words v) {
+    return (Shorts)(v | v << 16);
+}
+// v / 255, rounded, for v up to 255 * 255.
+QUINCE_INLINE Shorts DividedBy255(Shorts v) {
+    const Shorts raised = v + SpreadShort(128);
+    return (raised + (raised >> 8)) >> 8;
 }
 
 // Fetches the points of half the lanes: words 0 and 1 of each block of four of `index`, or words 2 and 3.
