@@ -36,18 +36,22 @@ void AddRow(const SkinCorrection& skin, int y, int reach, int side, float* weigh
     const int columns = skin.Cells().Columns(), rows = skin.Cells().Rows();
     const float *const here = skin.FineRow(1, y), *const above = skin.FineRow(1, std::max(y - reach, 0)),
                        *const below = skin.FineRow(1, std::min(y + reach, rows - 1));
-    const auto add = [&](int x, int left, int right) {
-        const float relative = Reference / (here[x] + Knee), scale = relative * relative;
-        const float ridge = here[left] + here[right] - 2.0f * here[x], bar = above[x] + below[x] - 2.0f * here[x];
-        const float across = here[right] - here[left], down = below[x] - above[x];
-        const float rough = (ridge * ridge + bar * bar) * scale;
-        const float steep = (across * across + down * down) * scale + rough;
-        const float edge = steep * (1.0f / (EdgeLevels * EdgeLevels));
-        const float weight = 1.0f / (1.0f + edge * edge);
-        weights[x / side] += weight;
-        squares[x / side] += weight * rough;
-    };
-    for (int x = 0; x < columns; ++x) add(x, std::max(x - reach, 0), std::min(x + reach, columns - 1));
+    for (int square = 0, first = 0; first < columns; ++square, first += side) {
+        float weightSum = 0.0f, squareSum = 0.0f;
+        for (int x = first; x < std::min(first + side, columns); ++x) {
+            const float right = here[std::min(x + reach, columns - 1)], left = here[std::max(x - reach, 0)];
+            const float relative = Reference / (here[x] + Knee), scale = relative * relative;
+            const float ridge = left + right - 2.0f * here[x], bar = above[x] + below[x] - 2.0f * here[x];
+            const float across = right - left, down = below[x] - above[x];
+            const float rough = (ridge * ridge + bar * bar) * scale;
+            const float edge = ((across * across + down * down) * scale + rough) * (1.0f / (EdgeLevels * EdgeLevels));
+            const float weight = 1.0f / (1.0f + edge * edge);
+            weightSum += weight;
+            squareSum += weight * rough;
+        }
+        weights[square] += weightSum;
+        squares[square] += squareSum;
+    }
 }
 
 Sums SumsOf(const SkinCorrection& skin, int side) {
