@@ -306,4 +306,7 @@ void TourScreens(const QString& picture, const QString& folder, const QString& s
     KeepEffects(stage.Open(picture), album);
     KeepFrames(stage.Open(picture), album);
     KeepBeauty(stage.Open(picture), album);
+    CMainFrameWnd& wide = stage.Open(picture);
+    wide.resize(1920, 1080);
+    KeepBeauty(wide, Album(folder, QStringLiteral("-1920x1080") + suffix));
 }

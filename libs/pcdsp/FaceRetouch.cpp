@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Between.h"
 #include "GuidedLayer.h"
 #include "Kernels.h"
 #include "Rows.h"
 #include "SkinMap.h"
+#include "SkinTexture.h"
 
 // Two copies are worked on. On the coarse one it is settled where skin is (SkinMap.h) and what its colour is nearby. On
 // the finer one SkinSmooth says what smoothing adds, and each cell's colour, put right as skin, what else is to be
@@ -29,6 +31,9 @@ constexpr double Spot = 0.02, Region = 0.16, Local = 0.07;
 // The way in p and q that halves evening.
 constexpr float WayP = 0.085f, WayQ = 0.075f;
 constexpr float LevelsOfL = 2.5f;
+// Mean lumas of dark and of light skin, and the part of a loss of chroma that dark skin bears.
+constexpr float DarkLuma = 80.0f, LightLuma = 150.0f;
+constexpr double DarkPart = 0.35;
 // The part of the way to the end of the scale that light and colour may use.
 constexpr float Room = 0.6f;
 // Contrast in levels that counts as an edge and not as detail.
@@ -51,27 +56,13 @@ void ForCells(const ReducedCopy& copy, const Body& body) {
     });
 }
 
-// Where a cell of the finer copy lies between those of the coarse one.
-struct Between {
-    int from, to;
-    float part;
-
-    Between(int cell, int factor, int coarseFactor, int coarseCells) {
-        const float middle = (static_cast<float>(cell) + 0.5f) * static_cast<float>(factor);
-        const float at =
-            std::clamp(middle / static_cast<float>(coarseFactor) - 0.5f, 0.0f, static_cast<float>(coarseCells - 1));
-        from = static_cast<int>(at);
-        to = std::min(from + 1, coarseCells - 1);
-        part = at - static_cast<float>(from);
-    }
-};
-
 }  // namespace
 
 // Where skin is on the coarse copy, and how far its colour is to move.
 struct FaceRetouch::Skin {
     Plane share, moveP, moveQ;
     GuidedLayer base;
+    float luma;  // mean of the person's skin, in levels
 
     Skin(const ReducedCopy& copy, double face, const Recipe::Face& recipe)
         : Skin(copy, SkinMaps(copy, face), face, recipe) {}
@@ -86,7 +77,7 @@ struct FaceRetouch::Skin {
 };
 
 FaceRetouch::Skin::Skin(const ReducedCopy& copy, const SkinMaps& maps, double face, const Recipe::Face& recipe)
-    : share(FaceShares(copy, maps, face)), base(BaseOf(copy, face, recipe.clarity > 0)) {
+    : share(FaceShares(copy, maps, face)), base(BaseOf(copy, face, recipe.clarity > 0)), luma(maps.meanLuma) {
     // Means over skin alone: sums of what counts by its share, over the sums of the shares.
     Plane p = share, q = share;
     const float usualP = maps.meanP, usualQ = maps.meanQ;
@@ -118,10 +109,12 @@ namespace {
 // What skin of one colour becomes.
 class SkinColour {
   public:
-    explicit SkinColour(const Recipe::Face& face)
-        : m_levels(LevelsOfL * static_cast<float>(face.light)),
-          m_cosine(static_cast<float>(std::cos(face.turn * 0.017453292519943295) * face.saturation * 0.01)),
-          m_sine(static_cast<float>(std::sin(face.turn * 0.017453292519943295) * face.saturation * 0.01)) {}
+    // `luma` is the mean of the person's skin.
+    SkinColour(const Recipe::Face& face, float luma) : m_levels(LevelsOfL * static_cast<float>(face.light)) {
+        const double angle = face.turn * 0.017453292519943295, chroma = ChromaOf(face.saturation * 0.01, luma);
+        m_cosine = static_cast<float>(std::cos(angle) * chroma);
+        m_sine = static_cast<float>(std::sin(angle) * chroma);
+    }
 
     // Adds to `change` what the colour gains where p and q move by so much.
     void Add(const float* colour, float moveP, float moveQ, float share, float* change) const {
@@ -150,6 +143,12 @@ class SkinColour {
     }
 
   private:
+    // Dark skin turns grey with less: it loses a part only of the chroma that light skin does.
+    static double ChromaOf(double asked, float luma) {
+        const double light = std::clamp((luma - DarkLuma) / (LightLuma - DarkLuma), 0.0f, 1.0f);
+        return asked < 1.0 ? 1.0 - (1.0 - asked) * (DarkPart + (1.0 - DarkPart) * light) : asked;
+    }
+
     float m_levels, m_cosine, m_sine;
 };
 
@@ -187,25 +186,24 @@ bool FaceRetouch::Work(const ProgressSpan& span) {
 
 void FaceRetouch::Join() {
     ReducedCopy& cells = m_smoothing.Cells();
-    const SkinColour toned(m_face);
-    std::vector<Between> columns;
-    for (int x = 0; x < cells.Columns(); ++x)
+    const SkinColour toned(m_face, m_skin->luma);
+    const SkinTexture texture(m_smoothing, m_skin->share, m_coarse.Factor());
+    std::vector<Between> columns, squares;
+    for (int x = 0; x < cells.Columns(); ++x) {
         columns.emplace_back(x, cells.Factor(), m_coarse.Factor(), m_coarse.Columns());
+        squares.emplace_back(x, 1, texture.Side(), texture.Amount().width);
+    }
     ForEachBand(cells.Rows(), GrainOf(cells.Columns()), [&](int first, int last) {
         for (int y = first; y < last; ++y) {
             const Between row(y, cells.Factor(), m_coarse.Factor(), m_coarse.Rows());
+            const Between squareRow(y, 1, texture.Side(), texture.Amount().height);
             for (int x = 0; x < cells.Columns(); ++x) {
-                const Between& at = columns[x];
-                const auto read = [&](const Plane& plane) {
-                    const float *const above = plane.Row(row.from), *const below = plane.Row(row.to);
-                    const float top = above[at.from] + (above[at.to] - above[at.from]) * at.part;
-                    const float bottom = below[at.from] + (below[at.to] - below[at.from]) * at.part;
-                    return top + (bottom - top) * row.part;
-                };
+                const auto read = [&](const Plane& plane) { return ReadBetween(plane, columns[x], row); };
                 const float share = read(m_skin->share);
+                const float smoothed = share * ReadBetween(texture.Amount(), squares[x], squareRow);
                 float change[3], colour[3];
                 for (int c = 0; c < 3; ++c) {
-                    change[c] = share * cells.Row(c, y)[x];
+                    change[c] = smoothed * cells.Row(c, y)[x];
                     colour[c] = m_smoothing.FineRow(c, y)[x];
                 }
                 if (share > 0.0f) toned.Add(colour, read(m_skin->moveP), read(m_skin->moveQ), share, change);

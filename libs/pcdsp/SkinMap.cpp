@@ -54,6 +54,10 @@ constexpr double Wide = 0.11;
 // Deviations of the skin of a face from its own mean: towards red and away from yellow (blush and shadow), and in parts
 // of the mean the other way. Cloth falls short of red by more, and hair is yellower.
 constexpr float OwnBlush = 0.24f, OwnGrey = 0.15f, OwnPale = 0.45f, OwnYellow = 0.5f, YellowLight = 0.13f;
+// What skin surrounds within this many face widths may be this much yellower, and is skin too: warm light reflected
+// into the shadow of a nose, make-up at its edge.
+constexpr double Enclosed = 0.08;
+constexpr float EnclosedYellow = 0.3f;
 
 float Soft(float v, float zeroAt, float oneAt) {
     const float t = std::clamp((v - zeroAt) / (oneAt - zeroAt), 0.0f, 1.0f);
@@ -132,12 +136,12 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
                 for (int x = 0; x < width; ++x) body(x, y);
         });
     };
-    Plane likely(width, height);
+    Plane anyone(width, height);
     ForEachBand(height, GrainOf(width), [&](int first, int last) {
-        for (int y = first; y < last; ++y) copy.SkinOfRow(y, 1, likely.Row(y));
+        for (int y = first; y < last; ++y) copy.SkinOfRow(y, 1, anyone.Row(y));
     });
     forRows([&](int x, int y) {
-        const double own = maps.even.Row(y)[x] * wide.Row(y)[x], any = likely.Row(y)[x] * likely.Row(y)[x];
+        const double own = maps.even.Row(y)[x] * wide.Row(y)[x], any = anyone.Row(y)[x] * anyone.Row(y)[x];
         const double weight = own * own * any * any;
         const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
         rows[y].Add({weight, weight * ratios.p, weight * ratios.q, weight * LumaOf(copy, x, y)});
@@ -155,24 +159,36 @@ Plane FaceShares(const ReducedCopy& copy, const SkinMaps& maps, double face) {
     const float perLuma = static_cast<float>(1.0 / std::max(all.luma * perWeight, 20.0));
     const float perEven = static_cast<float>(1.0 / std::max(even * perWeight, 0.05));
 
-    Plane colour(width, height), luma(width, height);
+    Plane colour(width, height), inside(width, height), luma(width, height);
     forRows([&](int x, int y) {
         const Ratios ratios(copy.Row(0, y)[x], copy.Row(1, y)[x], copy.Row(2, y)[x]);
         const float redder = ratios.p - usualP, yellower = ratios.q - usualQ;
         const float p = redder / (redder > 0.0f ? OwnBlush : pale);
         // What is as light as skin may be yellower: make-up, warm light from one side.
         const float light = YellowLight * Soft(LumaOf(copy, x, y) * perLuma, 0.6f, 0.85f);
-        const float q = yellower / (yellower > 0.0f ? yellow + light : OwnGrey);
-        const float away = p * p + q * q;
-        colour.Row(y)[x] = maps.any ? 1.0f / (1.0f + away * away * away) : 0.0f;
+        const auto like = [p](float q) {
+            const float away = p * p + q * q;
+            return 1.0f / (1.0f + away * away * away);
+        };
+        const float own = yellower > 0.0f ? yellow + light : OwnGrey;
+        colour.Row(y)[x] = maps.any ? like(yellower / own) : 0.0f;
+        inside.Row(y)[x] = maps.any && yellower > 0.0f ? like(yellower / (own + EnclosedYellow)) : colour.Row(y)[x];
         luma.Row(y)[x] = LumaOf(copy, x, y) * perLuma;
     });
-    Plane shares = BoxMean(BoxMean(colour, RadiusOf(Near, face)), RadiusOf(Near, face));
+    const auto near = [&](const Plane& plane) {
+        return BoxMean(BoxMean(plane, RadiusOf(Near, face)), RadiusOf(Near, face));
+    };
+    Plane shares = near(colour);
     luma = BoxMean(luma, RadiusOf(Near, face));
+    const auto likely = [&](float like, int x, int y) {
+        return Soft(wide.Row(y)[x] * perEven, 0.22f, 0.55f) * Soft(like, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
+    };
+    forRows([&](int x, int y) { shares.Row(y)[x] = likely(shares.Row(y)[x], x, y); });
+    const Plane around = BoxMean(BoxMean(shares, RadiusOf(Enclosed, face)), RadiusOf(Enclosed / 2, face));
+    inside = near(inside);
     forRows([&](int x, int y) {
         float& share = shares.Row(y)[x];
-        share =
-            Soft(wide.Row(y)[x] * perEven, 0.22f, 0.55f) * Soft(share, 0.2f, 0.7f) * Soft(luma.Row(y)[x], 0.3f, 0.6f);
+        share = std::max(share, Soft(around.Row(y)[x], 0.35f, 0.6f) * likely(inside.Row(y)[x], x, y));
     });
     return shares;
 }

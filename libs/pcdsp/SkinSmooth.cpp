@@ -109,6 +109,7 @@ class SkinCorrection::Smoother {
     ReducedCopy& Correction() { return m_copy; }
     const Planes& Fine() const { return m_fine; }
     double FaceWidth() const { return m_face; }
+    float Strength() const { return Top * (1.0f - std::exp(-Rise * m_sigma)); }
 
   private:
     static constexpr int Colours = ReducedCopy::Colours;
@@ -169,7 +170,7 @@ void SkinCorrection::Smoother::MakeChange() {
         for (float& share : skin) share = OtherShare + share * share;
         grid.Add(cells, skin.data(), m_fine.Row(Guide, y), m_fine.Row(0, y), m_fine.Row(1, y), m_fine.Row(2, y));
     });
-    const float strength = Top * (1.0f - std::exp(-Rise * m_sigma));
+    const float strength = Strength();
     const float pores = strength * Pores;
     const int reach = std::max(1, static_cast<int>(std::lround(ReachPart * m_face)));
     const float edge = m_binLevels / (EdgeLevels + EdgeRise * m_sigma);
@@ -260,6 +261,10 @@ const float* SkinCorrection::FineRow(int colour, int y) const {
 
 double SkinCorrection::FaceWidth() const {
     return m_smoother->FaceWidth();
+}
+
+float SkinCorrection::Strength() const {
+    return m_smoother->Strength();
 }
 
 bool SmoothSkin(std::uint8_t* pixels, int width, int height, float sigma, const std::uint8_t* mask,

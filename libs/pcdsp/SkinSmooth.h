@@ -27,6 +27,8 @@ class SkinCorrection {
     // After Work: a row of the reduced picture without its grain.
     const float* FineRow(int colour, int y) const;
     double FaceWidth() const;
+    // The part of what is uneven that goes where nothing speaks against it; a little more than 1 for a high sigma.
+    float Strength() const;
 
   private:
     class Smoother;

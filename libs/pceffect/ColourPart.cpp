@@ -12,6 +12,8 @@ const double Root3 = std::sqrt(3.0);
 // Red bends towards this rather than to the very top, which leaves room for grain.
 constexpr double ShoulderTop = 0.975;
 constexpr double ShoulderKnee = 0.7;
+// The most that a channel goes of its way to an end; the rest holds the detail of lights and shadows.
+constexpr double Way = 0.8;
 // Direction of the hue of skin, 22 degrees.
 const double SkinA = std::cos(22 * Pi / 180), SkinB = std::sin(22 * Pi / 180);
 
@@ -185,6 +187,15 @@ void ColourPart::Shoulder(Triple& colour, const Triple& source) {
     for (double& v : colour) v = luma + (v - luma) * gain;
 }
 
+void ColourPart::StayInside(Triple& colour, const Triple& source) {
+    for (int i = 0; i < 3; ++i) {
+        const double change = colour[i] - source[i];
+        const double most = Way * (change > 0 ? 1 - source[i] : source[i]);
+        const double asked = change / std::max(most, 1e-6);
+        colour[i] = source[i] + change / std::pow(1 + asked * asked * asked * asked, 0.25);
+    }
+}
+
 Triple ColourPart::At(const Triple& in) const {
     Triple c = in;
     if (m_matrix)
@@ -203,6 +214,7 @@ Triple ColourPart::At(const Triple& in) const {
     if (!m_changes) return c;
     LimitSkin(c, in);
     Shoulder(c, in);
+    if (m_recipe.KeepsEnds()) StayInside(c, in);
     return c;
 }
 

@@ -10,8 +10,9 @@
 //
 // In this order: matrix; black and white mix; master curve, then the curves of the channels; saturation and hues;
 // split tones; fade; then skin goes back towards its own hue and chroma, as far as the recipe says; last, in a recipe
-// that changes colours at all, a shoulder bends the red of warm colours, which burns out first, below the top. Chroma
-// is a vector in the plane across the grey axis, its angle the hue (0 red, 120 green, 240 blue); everything that
+// that changes colours at all, a shoulder bends the red of warm colours, which burns out first, below the top; and
+// where the recipe keeps the ends of the scale, no channel goes more than a part of the way to the end it moves to.
+// Chroma is a vector in the plane across the grey axis, its angle the hue (0 red, 120 green, 240 blue); everything that
 // changes chroma keeps the luma (ITU-R BT.709) unless it says otherwise.
 class ColourPart {
   public:
@@ -29,6 +30,9 @@ class ColourPart {
     void LimitSkin(Triple& colour, const Triple& source) const;
     // Takes chroma from a warm colour whose red goes beyond what the source's did, and leaves its luma.
     static void Shoulder(Triple& colour, const Triple& source);
+    // Bends each channel's change so that it takes at most Way of the way to the end that it moves to, and is as it was
+    // where it asks for a third of that.
+    static void StayInside(Triple& colour, const Triple& source);
 
     const Recipe m_recipe;
     const ToneCurve m_master, m_red, m_green, m_blue;

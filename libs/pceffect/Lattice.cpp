@@ -15,7 +15,7 @@ std::uint16_t Stored(double level) {
 
 }  // namespace
 
-Lattice::Lattice(Size size, const std::function<Sample(const Triple&)>& function) {
+Lattice::Lattice(Size size, const std::function<Sample(const Triple&)>& function, int margin) {
     const int n = static_cast<int>(size);
     // One plane, row and point more than are sampled: the kernels read the next one even where its weight is 0.
     const std::size_t points = (std::size_t(n) * n + n + 1) + std::size_t(n) * n * n;
@@ -34,5 +34,5 @@ Lattice::Lattice(Size size, const std::function<Sample(const Triple&)>& function
     // Steps of 255 levels in whole numbers; the last factor makes up for what the others leave, so that points fall
     // exactly on the levels that hit them.
     const int steps = n - 1, placeFactor = steps * 32768 / 255, left = steps * 32768 - 255 * placeFactor;
-    m_view = {m_points.data(), n, n * n, steps * 65536 / 255 + 1, placeFactor, left * 65536 / 255 + 1};
+    m_view = {m_points.data(), n, n * n, steps * 65536 / 255 + 1, placeFactor, left * 65536 / 255 + 1, margin};
 }

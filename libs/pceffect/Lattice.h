@@ -22,8 +22,8 @@ class Lattice {
     };
     static constexpr double MostGrain = 31.0;
 
-    // Samples `function` on all cores; it is called on several threads at a time.
-    Lattice(Size size, const std::function<Sample(const Triple&)>& function);
+    // Samples `function` on all cores; it is called on several threads at a time. `margin` is that of LatticeView.
+    Lattice(Size size, const std::function<Sample(const Triple&)>& function, int margin = 0);
 
     // For kernels; holds as long as this object.
     const LatticeView& View() const { return m_view; }

@@ -48,10 +48,15 @@ void RunBand(const Pass& pass, unsigned char* pixels, int width, int first, int 
 }  // namespace
 
 Look::Look(const Recipe& recipe)
-    : m_recipe(recipe), m_colours(recipe), m_lattice(Lattice::Size::Usual, [this](const Triple& colour) {
-          const Triple result = m_colours.At(colour);
-          return Lattice::Sample{result, m_recipe.grain.amount > 0 ? m_colours.GrainAt(result) : 0.0};
-      }) {}
+    : m_recipe(recipe),
+      m_colours(recipe),
+      m_lattice(
+          Lattice::Size::Usual,
+          [this](const Triple& colour) {
+              const Triple result = m_colours.At(colour);
+              return Lattice::Sample{result, m_recipe.grain.amount > 0 ? m_colours.GrainAt(result) : 0.0};
+          },
+          m_recipe.KeepsEnds() ? 1 : 0) {}
 
 std::shared_ptr<const GrainTiles> Look::TilesFor(double diagonal) const {
     const double size = m_recipe.grain.size * 0.001 * diagonal;

@@ -112,6 +112,10 @@ struct Recipe {
         }
     } face;
 
+    // True when no channel may come to an end of the scale that was not there: a face's light and shade are not burnt
+    // out, while an effect may well do so.
+    bool KeepsEnds() const { return !face.IsNeutral(); }
+
     // True when a step needs the surroundings of a pixel, and when one needs its place.
     bool NeedsNeighbours() const { return edges.amount > 0 || glow.amount > 0 || halation.amount > 0; }
     bool NeedsPlace() const { return NeedsNeighbours() || vignette.amount > 0 || !leaks.empty(); }

@@ -24,6 +24,8 @@ struct LatticeView {
     int indexFactor = 0;
     int placeFactor = 0;
     int restFactor = 0;
+    // Levels by which a channel keeps from 0 and 255 if the pixel's was not there before: 0 or 1.
+    int margin = 0;
 };
 
 // What position does to a pixel: result = colour * gain + light. Eight numbers a pixel, gain of blue, green, red and

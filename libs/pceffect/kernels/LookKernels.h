@@ -73,6 +73,16 @@ QUINCE_INLINE Shorts Levels(Shorts v, Shorts threshold) {
     return HighProduct(v + threshold, SpreadShort(257));
 }
 
+// Holds the channels of `result` inside the scale by the margin, but where those of `source` were at its ends already.
+QUINCE_INLINE Words HeldInside(Words result, Words source, int margin) {
+    typedef std::uint8_t Bytes __attribute__((vector_size(Lanes * 4)));
+    const Bytes from = (Bytes)source, to = (Bytes)result;
+    const Bytes least = Bytes{} + static_cast<std::uint8_t>(margin), most = ~least;
+    const Bytes low = from < least ? from : least, high = from > most ? from : most;
+    const Bytes raised = to > low ? to : low;
+    return (Words)(raised < high ? raised : high);
+}
+
 // How far each pixel of a group moves the dither on from the group's first.
 QUINCE_INLINE Words DitherSteps() {
     Words steps;
@@ -123,7 +133,8 @@ QUINCE_INLINE void LookRowOf(std::uint8_t* pixels, int count, const LatticeView&
         const Words both = threshold | threshold << 16;
         const Words result =
             PackBytes(Levels(low, (Shorts)PairLow(both, both)), Levels(high, (Shorts)PairHigh(both, both)));
-        StoreWords(group, (result & 0x00FFFFFFu) | (words & 0xFF000000u));
+        const Words held = HeldInside(result, words, lattice.margin);
+        StoreWords(group, (held & 0x00FFFFFFu) | (words & 0xFF000000u));
     });
 }
 

@@ -153,6 +153,20 @@ TEST_F(OneClick, ViewAndPictureShowTheSameAtEveryStrength) {
     }
 }
 
+// What a row of the list promises is what the picture gets: a look of the small crop, and the crop of the look.
+TEST_F(OneClick, AThumbnailShowsItsPartOfThePictureAsTheLookLeavesIt) {
+    const Bitmap large = TestPictures::Face(900, 1200);
+    for (int preset = 1; preset <= 8; ++preset) {
+        const Bitmap full = With(large, preset);
+        for (const double scale : {1.0, 2.0}) {
+            const Bitmap row = With(MakeThumbnail(large, {70, 96}, scale), preset);
+            EXPECT_LT(MeanDeltaE(row, MakeThumbnail(full, {70, 96}, scale)), 2.0) << preset << " at " << scale;
+        }
+        EXPECT_GT(MeanDeltaE(MakeThumbnail(full, {70, 96}, 1.0), MakeThumbnail(large, {70, 96}, 1.0)), 1.0)
+            << preset << " changes what is compared";
+    }
+}
+
 TEST_F(OneClick, AMissingOrOddResultFileRunsTheLookAgain) {
     ASSERT_TRUE(logic.ApplyLook(4, nullptr));
     const Bitmap full = With(picture, 4);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <QtCore/QTemporaryDir>
@@ -41,6 +42,42 @@ Bitmap PortraitOf(int width) {
         to[3] = 255;
     }
     return bitmap;
+}
+
+// A picture full of skin. Old skin has dark lines a hundredth of a face wide between coarse pores; young skin has faint
+// waves as wide as blotches are.
+Bitmap Skin(bool old) {
+    constexpr int width = 660, height = 820, Pore = 3;
+    const Bitmap noise = TestPictures::Noise(width / Pore + 1, height / Pore + 1, 11);
+    Bitmap skin = Bitmap::Uninitialised(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const double down = y + 0.15 * x, across = x - 0.15 * y;
+            const double way = std::remainder(down, 24.0) / 2.6;
+            const double pores = (noise.Row(y / Pore)[4 * (x / Pore)] - 127.5) / 10.0;
+            const double level =
+                old ? pores - 14.0 * std::exp(-0.5 * way * way) : 3.0 * std::sin(down * 0.2) * std::sin(across * 0.2);
+            std::uint8_t* const to = skin.MutablePixels() + skin.Stride() * y + std::ptrdiff_t{4} * x;
+            constexpr double colour[] = {122, 150, 200};
+            for (int c = 0; c < 3; ++c) to[c] = static_cast<std::uint8_t>(std::lround(colour[c] + level));
+            to[3] = 255;
+        }
+    return skin;
+}
+
+// How much of the contrast of green in the middle of a picture is left.
+double ContrastLeft(const Bitmap& was, const Bitmap& is) {
+    const auto deviation = [](const Bitmap& picture) {
+        double sum = 0, squares = 0, count = 0;
+        for (int y = 200; y < 620; ++y)
+            for (int x = 160; x < 500; ++x, ++count) {
+                const double level = picture.Row(y)[4 * x + 1];
+                sum += level;
+                squares += level * level;
+            }
+        return std::sqrt(squares / count - sum * sum / (count * count));
+    };
+    return deviation(is) / deviation(was);
 }
 
 class EveryBeauty : public testing::TestWithParam<int> {
@@ -125,6 +162,33 @@ TEST_P(EveryBeauty, CancelledEveryRowIsEitherDoneOrAsItWas) {
         partly = partly || (changed > 0 && left > 0);
     }
     EXPECT_TRUE(partly) << "no cancel came in the middle";
+}
+
+TEST_P(EveryBeauty, TakesNoChannelToAnEndOfTheScale) {
+    // All levels beside each other, a face, and colours that have little room.
+    const Bitmap sources[] = {TestPictures::Noise(211, 199, 7), TestPictures::Face(230, 301),
+                              TestPictures::Checker(64, 64, 3, 0xFFFE0180, 0xFF02FEFB)};
+    for (int set = 0; set < KernelSetCount(); ++set) {
+        SelectKernelSet(set);
+        for (const Bitmap& source : sources) {
+            const Bitmap result = With(GetParam(), source);
+            for (std::size_t i = 0; i < source.ByteCount(); ++i) {
+                const int was = source.Pixels()[i], is = result.Pixels()[i];
+                if (i % 4 != 3 && (is == 0 || is == 255)) {
+                    ASSERT_EQ(was, is) << KernelSetName(set) << ", byte " << i;
+                }
+            }
+        }
+    }
+}
+
+TEST_P(EveryBeauty, LeavesAnOldFaceItsCharacter) {
+    const Bitmap old = Skin(true), young = Skin(false);
+    const double ofOld = ContrastLeft(old, With(GetParam(), old)),
+                 ofYoung = ContrastLeft(young, With(GetParam(), young));
+    EXPECT_GT(ofOld, 0.5) << "ironed out";
+    EXPECT_LT(ofOld, 0.97) << "not softened";
+    EXPECT_LT(ofYoung, ofOld - 0.05) << "even skin bears more";
 }
 
 TEST_P(EveryBeauty, ThumbnailViewAndFullPictureShowTheSame) {
