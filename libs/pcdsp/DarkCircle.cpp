@@ -33,9 +33,9 @@ constexpr float Feather = 0.4f;  // of the brush's radius
 constexpr float MostGap = 2.3f;  // times the usual gap: what is darker is no circle
 constexpr float Ends = 0.18f;    // of the mark's width: there skin turns away, and lies in other light
 constexpr float Usual = 150.0f;  // the luma at which the next limits hold; they go with the light
-// Of a cell, in parts of the cheek's: luma between which it counts less and less as skin, below and above; warmth,
+// Of a cell, in parts of the usual skin's: luma between which it counts less and less as skin, below and above; warmth,
 // which is red less blue in parts of red, likewise.
-constexpr float ShadeFrom = 0.5f, ShadeTo = 0.36f, GlossFrom = 1.5f, GlossTo = 1.9f;
+constexpr float ShadeFrom = 0.545f, ShadeTo = 0.42f, DeepSkin = 20.0f, GlossFrom = 1.5f, GlossTo = 1.9f;
 constexpr float ColdFrom = 0.57f, ColdTo = 0.33f, RedFrom = 1.8f, RedTo = 2.6f, LeastWarmth = 0.06f;
 // Of a pixel, in levels at that luma, from the skin of its cells.
 constexpr float DarkFrom = 40.0f, DarkTo = 100.0f;     // lashes: levels below the skin
@@ -121,15 +121,16 @@ class Softness {
     float m_most = 0.0f;
 };
 
-// How much of a colour is skin, by what the cheek's is: lashes and pupils are far darker than a shadow on it, the white
+// How much of a colour is skin, by what skin is here: lashes and pupils are far darker than a shadow on it, the white
 // of an eye and gloss are lighter, or have less of its warmth, which also shadows that look blue keep the most of.
-float ShareOfSkin(const float* colour, const float* cheek) {
+float ShareOfSkin(const float* colour, const float* usual) {
     const auto warmth = [](const float* c) { return (c[2] - c[0]) / std::max(c[2], 1.0f); };
-    const float light = Luma(colour) / std::max(Luma(cheek), 1.0f);
+    // Dark skin has deeper shadows in parts of its luma.
+    const float light = (Luma(colour) + DeepSkin) / (Luma(usual) + DeepSkin);
     const float share = Fall(-light, -ShadeFrom, -ShadeTo) * Fall(light, GlossFrom, GlossTo);
     // A picture without colour has none to tell by.
-    if (warmth(cheek) < LeastWarmth) return share;
-    const float warm = warmth(colour) / warmth(cheek);
+    if (warmth(usual) < LeastWarmth) return share;
+    const float warm = warmth(colour) / warmth(usual);
     return share * Fall(-warm, -ColdFrom, -ColdTo) * Fall(warm, RedFrom, RedTo);
 }
 
@@ -166,7 +167,7 @@ class Skin {
     // Calls body(x, y) for the cells of the cheek below the mark.
     template <class Body>
     void ForCheek(float thickness, const Body& body) const;
-    bool FindUsual(float thickness);
+    void FindUsual(float thickness);
     void WeighSkin();
     void SmoothSkin(float sigma, const Pace& pace);
     bool FindCheek(float thickness);
@@ -177,7 +178,7 @@ class Skin {
     std::vector<std::uint8_t> m_skin;  // the mark and the cheek below it
     std::vector<float> m_marked, m_weights, m_cheek;
     Planes m_shares;           // of skin in a cell
-    float m_usual[Colours]{};  // the cheek's colour
+    float m_usual[Colours]{};  // the skin's colour
 };
 
 Skin::Skin(const std::uint8_t* pixels, int width, const PixelRect& area, const MarkGroup& group, int factor,
@@ -224,25 +225,26 @@ void Skin::FindSkin(float thickness) {
     }
 }
 
-// The cell of middle luma in the cheek below the mark, or else round it. False where there is none.
-bool Skin::FindUsual(float thickness) {
+// The cell of middle luma in the mark and the cheek below it, or else all round it: a gloss on the cheek alone would
+// make skin in its shadow look like no skin at all.
+void Skin::FindUsual(float thickness) {
     std::vector<std::pair<float, std::ptrdiff_t>> cells;
     const auto add = [&](int x, int y) {
         const float colour[] = {m_cells.Row(0, y)[x], m_cells.Row(1, y)[x], m_cells.Row(2, y)[x]};
         cells.emplace_back(Luma(colour), std::ptrdiff_t{m_cells.Width()} * y + x);
     };
     ForCheek(thickness, add);
-    if (cells.empty())
-        ForCells([&](int x, int y) {
-            if (m_marked[std::size_t(m_cells.Width()) * y + x] == 0.0f) add(x, y);
-        });
-    if (cells.empty()) return false;
+    const bool hasCheek = !cells.empty();
+    ForCells([&](int x, int y) {
+        const float marked = m_marked[std::size_t(m_cells.Width()) * y + x];
+        if (marked > 0.5f || (!hasCheek && marked == 0.0f)) add(x, y);
+    });
+    if (cells.empty()) return;
     const auto middle = cells.begin() + static_cast<std::ptrdiff_t>(cells.size() / 2);
     std::nth_element(cells.begin(), middle, cells.end());
     for (int c = 0; c < Colours; ++c)
         m_usual[c] =
             m_cells.Row(c, static_cast<int>(middle->second / m_cells.Width()))[middle->second % m_cells.Width()];
-    return true;
 }
 
 void Skin::WeighSkin() {
@@ -333,7 +335,7 @@ bool Skin::Measure(float thickness, const Pace& pace) {
     const float cells = thickness / static_cast<float>(m_factor), sigma = std::max(0.7f, LowSigma * cells);
     if (!pace.GoesOn()) return false;
     FindSkin(cells);
-    if (!FindUsual(cells)) return false;
+    FindUsual(cells);
     WeighSkin();
     SmoothSkin(sigma, pace);
     return FindCheek(cells) && pace.GoesOn();

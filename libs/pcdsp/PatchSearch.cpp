@@ -161,6 +161,7 @@ class Seeker {
                 for (int x = 0; x < m_hole.width; ++x) sums[x + 1] = sums[x] + (m_hole.Row(y)[x] != 0);
             }
         });
+        if (!pace.GoesOn()) return;
         for (int y = 1; y <= m_hole.height && (y % 64 != 0 || pace.GoesOn()); ++y) {
             const int* const above = SumsOf(y - 1);
             int* const sums = SumsOf(y);
