@@ -12,6 +12,7 @@ namespace {
 
 constexpr int Strength = 10;
 constexpr double Pen = 0.05;  // the brush's radius in face widths
+constexpr double Rim = 0.03;  // of the lids, in face widths
 
 // What a user would paint: a stroke along the circle. Subjects without known circles are painted below their eyes.
 std::vector<cv::Mat1b> StrokesOf(const Subject& subject) {
@@ -45,7 +46,8 @@ Bitmap Lightened(const Subject& subject, const std::vector<cv::Mat1b>& strokes, 
     return after;
 }
 
-// The part of a stroke without its ends, and the cheek right below that.
+// The skin of a stroke without its ends, and the cheek right below that. Between the opening of the lids and skin lie
+// the lid's rim and lashes, which are to stay.
 struct Pair {
     cv::Mat1b mark, cheek;
 };
@@ -60,6 +62,7 @@ Pair PairOf(const Subject& subject, const cv::Mat1b& stroke) {
         while (bottom > box.y && !stroke(bottom, x)) --bottom;
         for (int y = bottom + gap; y < std::min(bottom + gap + thick, stroke.rows); ++y) pair.cheek(y, x) = 255;
     }
+    pair.mark &= ~Grown(subject.eyes, Rim * subject.faceWidth);
     pair.cheek &= subject.face;
     return pair;
 }

@@ -5,9 +5,10 @@
 
 namespace {
 
-constexpr float RingPart = 0.6f;    // width of the skin that is looked at, in radii of the hole
-constexpr int LeastRing = 4;        // and in pixels
-constexpr float RingSteps = 12.0f;  // samples to a radius: grain is much the same everywhere
+constexpr float RingPart = 0.6f;     // width of the skin that is looked at, in radii of the hole
+constexpr int LeastRing = 4;         // and in pixels
+constexpr float MostSquare = 14.0f;  // times the middle one: 2.5 deviations of what is spread as grain is
+constexpr float RingSteps = 12.0f;   // samples to a radius: grain is much the same everywhere
 
 // Half of a Gaussian, middle first, sum 1 over both halves.
 std::vector<float> Weights(float sigma) {
@@ -24,47 +25,53 @@ std::vector<float> Weights(float sigma) {
 
 // One plane; row(y) gives its rows.
 template <class Rows>
-void Blur(int width, int height, const std::vector<float>& weights, const Rows& row) {
+void Blur(int width, int height, const std::vector<float>& weights, const Rows& row, const Pace& pace) {
     const int half = static_cast<int>(weights.size()) - 1;
-    std::vector<float> line(width + 2 * half);
     std::vector<float> across(std::size_t(width) * height);
-    for (int y = 0; y < height; ++y) {
-        const float* const in = row(y);
-        std::fill_n(line.begin(), half, in[0]);
-        std::copy_n(in, width, line.begin() + half);
-        std::fill_n(line.begin() + half + width, half, in[width - 1]);
-        float* const out = across.data() + std::size_t(width) * y;
-        const float* const middle = line.data() + half;
-        for (int x = 0; x < width; ++x) out[x] = weights[0] * middle[x];
-        for (int k = 1; k <= half; ++k)
-            for (int x = 0; x < width; ++x) out[x] += weights[k] * (middle[x - k] + middle[x + k]);
-    }
-    const auto at = [&](int y) { return across.data() + std::size_t(width) * std::clamp(y, 0, height - 1); };
-    for (int y = 0; y < height; ++y) {
-        float* const out = row(y);
-        for (int x = 0; x < width; ++x) out[x] = weights[0] * at(y)[x];
-        for (int k = 1; k <= half; ++k) {
-            const float* const above = at(y - k);
-            const float* const below = at(y + k);
-            for (int x = 0; x < width; ++x) out[x] += weights[k] * (above[x] + below[x]);
+    pace.ForRows(height, GrainOf(width), [&](int first, int last) {
+        std::vector<float> line(width + 2 * half);
+        for (int y = first; y < last; ++y) {
+            const float* const in = row(y);
+            std::fill_n(line.begin(), half, in[0]);
+            std::copy_n(in, width, line.begin() + half);
+            std::fill_n(line.begin() + half + width, half, in[width - 1]);
+            float* const out = across.data() + std::size_t(width) * y;
+            const float* const middle = line.data() + half;
+            for (int x = 0; x < width; ++x) out[x] = weights[0] * middle[x];
+            for (int k = 1; k <= half; ++k)
+                for (int x = 0; x < width; ++x) out[x] += weights[k] * (middle[x - k] + middle[x + k]);
         }
-    }
+    });
+    const auto at = [&](int y) { return across.data() + std::size_t(width) * std::clamp(y, 0, height - 1); };
+    pace.ForRows(height, GrainOf(width), [&](int first, int last) {
+        for (int y = first; y < last; ++y) {
+            float* const out = row(y);
+            for (int x = 0; x < width; ++x) out[x] = weights[0] * at(y)[x];
+            for (int k = 1; k <= half; ++k) {
+                const float* const above = at(y - k);
+                const float* const below = at(y + k);
+                for (int x = 0; x < width; ++x) out[x] += weights[k] * (above[x] + below[x]);
+            }
+        }
+    });
 }
 
 }  // namespace
 
-void BlurPlanes(Planes& planes, float sigma) {
+void BlurPlanes(Planes& planes, float sigma, const Pace& pace) {
     const std::vector<float> weights = Weights(sigma);
     for (int c = 0; c < SpotPlace::Colours; ++c)
-        Blur(planes.Width(), planes.Height(), weights, [&](int y) { return planes.Row(c, y); });
+        Blur(
+            planes.Width(), planes.Height(), weights, [&](int y) { return planes.Row(c, y); }, pace);
 }
 
-Plane FineLuma(const Planes& colours) {
+Plane FineLuma(const Planes& colours, const Pace& pace) {
     Plane fine(colours.Width(), colours.Height());
     for (int y = 0; y < fine.height; ++y)
         for (int x = 0; x < fine.width; ++x) fine.Row(y)[x] = LumaAt(colours, x, y);
     Plane blurred = fine;
-    Blur(fine.width, fine.height, Weights(GrainSigma), [&](int y) { return blurred.Row(y); });
+    Blur(
+        fine.width, fine.height, Weights(GrainSigma), [&](int y) { return blurred.Row(y); }, pace);
     for (std::size_t i = 0; i < fine.values.size(); ++i) fine.values[i] -= blurred.values[i];
     return fine;
 }
@@ -91,14 +98,15 @@ float GrainAround(const SpotPlace& place) {
             const float d = LumaAt(place.colours, x, y) - sum / total;
             squares.push_back(d * d);
         }
-    return std::sqrt(TrimmedMean(squares));
+    return std::sqrt(HeldMean(squares));
 }
 
-float TrimmedMean(std::vector<float>& squares) {
+float HeldMean(std::vector<float>& squares) {
     if (squares.empty()) return 0.0f;
-    const auto count = static_cast<std::ptrdiff_t>((9 * squares.size() + 9) / 10);
-    std::nth_element(squares.begin(), squares.begin() + (count - 1), squares.end());
+    const auto middle = squares.begin() + static_cast<std::ptrdiff_t>(squares.size() / 2);
+    std::nth_element(squares.begin(), middle, squares.end());
+    const float most = MostSquare * *middle;
     float sum = 0.0f;
-    for (std::ptrdiff_t i = 0; i < count; ++i) sum += squares[i];
-    return sum / static_cast<float>(count);
+    for (const float square : squares) sum += std::min(square, most);
+    return sum / static_cast<float>(squares.size());
 }

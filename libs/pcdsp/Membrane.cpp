@@ -46,10 +46,10 @@ void Enlarge(const Planes& coarse, int count, const HoleMap& hole, Planes& fine)
     }
 }
 
-void Relax(Planes& planes, int count, const HoleMap& hole, float spring) {
+void Relax(Planes& planes, int count, const HoleMap& hole, float spring, const Pace& pace) {
     const int right = hole.width - 1, bottom = hole.height - 1;
     for (int c = 0; c < count; ++c)
-        for (int sweep = 0; sweep < Sweeps; ++sweep) {
+        for (int sweep = 0; sweep < Sweeps && pace.GoesOn(); ++sweep) {
             // The last sweep only settles, or the overshoot would stay as noise.
             const float step = sweep + 1 < Sweeps ? Overshoot : 1.0f;
             for (int y = 0; y <= bottom; ++y) {
@@ -74,7 +74,7 @@ void Relax(Planes& planes, int count, const HoleMap& hole, float spring) {
         }
 }
 
-void Solve(Planes& planes, int count, const HoleMap& hole, float spring) {
+void Solve(Planes& planes, int count, const HoleMap& hole, float spring, const Pace& pace) {
     if (std::all_of(hole.holes.begin(), hole.holes.end(), [](std::uint8_t h) { return h == 0; })) return;
     if (hole.width == 1 && hole.height == 1) {
         for (int c = 0; c < count; ++c) planes.Row(c, 0)[0] = 0.0f;
@@ -83,13 +83,14 @@ void Solve(Planes& planes, int count, const HoleMap& hole, float spring) {
     HoleMap coarseHole((hole.width + 1) / 2, (hole.height + 1) / 2);
     Planes coarse(count, coarseHole.width, coarseHole.height);
     Reduce(planes, count, hole, coarse, coarseHole);
-    Solve(coarse, count, coarseHole, 4.0f * spring);
+    Solve(coarse, count, coarseHole, 4.0f * spring, pace);
+    if (!pace.GoesOn()) return;
     Enlarge(coarse, count, hole, planes);
-    Relax(planes, count, hole, spring);
+    Relax(planes, count, hole, spring, pace);
 }
 
 }  // namespace
 
-void FillWithMembrane(Planes& planes, int count, const HoleMap& hole, float reach) {
-    Solve(planes, count, hole, reach > 0.0f ? 1.0f / (reach * reach) : 0.0f);
+void FillWithMembrane(Planes& planes, int count, const HoleMap& hole, float reach, const Pace& pace) {
+    Solve(planes, count, hole, reach > 0.0f ? 1.0f / (reach * reach) : 0.0f, pace);
 }

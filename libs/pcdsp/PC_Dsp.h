@@ -130,8 +130,9 @@ class PC_Dsp {
     //
     // They change marked pixels only, or those of a rectangle, and cost what those cost. A form with a rectangle looks
     // for marks within it alone and leaves the rest of the mask unread; the other form reads the whole mask. A
-    // rectangle may reach out of the picture or lie outside. Cancelled, every group of marks that touch each other is
-    // either repaired or as it was.
+    // rectangle may reach out of the picture or lie outside. They ask whether to go on many times for each group of
+    // marks that touch each other, on the largest about every tenth of a second; cancelled, a group is either repaired
+    // or as it was.
 
     // Removes spots: fills the pixels whose four bytes in `mask` (4 x width bytes a row) are those of `colour`, an
     // 0xAARRGGBB, with what the skin around would show there: its light, its grain, and the lines that run through. The
@@ -145,7 +146,8 @@ class PC_Dsp {
     // Lightens dark circles: moves the low frequencies of the skin under every pixel of `mask` whose alpha is not 0
     // towards those of the cheek below the mark, in light and colour. `strength` 0 is neutral and 10 closes 70 % of the
     // gap; anything beyond is held there. Texture stays, so do lashes and the eye. The change fades out towards the
-    // mark's border, within about two thirds of `radius`, the brush's in pixels, at least 1 (DarkCircle.cpp).
+    // mark's border, within four tenths of `radius`, the brush's in pixels, at least 1, and towards its left and right
+    // end (DarkCircle.cpp).
     static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,
                         int strength, CObjProgress* progress, int start, int end);
     static int BlackEye(unsigned char* pixels, int width, int height, const unsigned char* mask, int radius,

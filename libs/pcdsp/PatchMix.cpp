@@ -12,7 +12,6 @@ constexpr float Falloff = 2.0f;     // a patch of twice the best one's cost coun
 constexpr float SureCost = 0.5f;    // squared levels below which costs are all the same
 constexpr float FineSigma = 1.3f;   // what is finer comes from the best patch
 constexpr float CoarsePart = 0.2f;  // and so much of what is coarser
-constexpr float GrainLevel = 0.92f;
 
 }  // namespace
 
@@ -40,18 +39,18 @@ void PatchMix::AddPatch(const Patch& patch, float share, const PixelRect& box, P
         }
 }
 
-void PatchMix::Fill(const PixelRect& box, Planes& out) const {
+void PatchMix::Fill(const PixelRect& box, Planes& out, const Pace& pace) const {
     Planes grain(Colours, box.Width(), box.Height()), coarse(Colours, box.Width(), box.Height());
     ForEachRow(out, [&](int c, int y, int width) {
         std::fill_n(out.Row(c, y), width, 0.0f);
         std::fill_n(grain.Row(c, y), width, 0.0f);
     });
-    for (std::size_t i = 0; i < m_patches.size(); ++i) AddPatch(m_patches[i], m_shares[i], box, out);
+    for (std::size_t i = 0; i < m_patches.size() && pace.GoesOn(); ++i) AddPatch(m_patches[i], m_shares[i], box, out);
     AddPatch(m_patches[0], 1.0f, box, grain);
     ForEachRow(out, [&](int c, int y, int width) {
         for (int x = 0; x < width; ++x) coarse.Row(c, y)[x] = grain.Row(c, y)[x] -= out.Row(c, y)[x];
     });
-    BlurPlanes(coarse, FineSigma);
+    BlurPlanes(coarse, FineSigma, pace);
     ForEachRow(out, [&](int c, int y, int width) {
         const float* const blurred = coarse.Row(c, y);
         for (int x = 0; x < width; ++x) {
@@ -59,15 +58,17 @@ void PatchMix::Fill(const PixelRect& box, Planes& out) const {
             out.Row(c, y)[x] += CoarsePart * blurred[x];
         }
     });
-    const float share = ShareOfGrain(box, out, grain);
+    const float share = ShareOfGrain(box, out, grain, pace);
+    if (!pace.GoesOn()) return;
     ForEachRow(out, [&](int c, int y, int width) {
         for (int x = 0; x < width; ++x) out.Row(c, y)[x] += share * grain.Row(c, y)[x];
     });
 }
 
-float PatchMix::ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain) const {
+float PatchMix::ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain, const Pace& pace) const {
     const float wanted = GrainLevel * GrainAround(m_place);
-    const Plane fineOfBase = FineLuma(base), fineOfGrain = FineLuma(grain);
+    const Plane fineOfBase = FineLuma(base, pace), fineOfGrain = FineLuma(grain, pace);
+    if (!pace.GoesOn()) return 1.0f;
     float share = 1.0f;
     // The two are not quite independent: the second round corrects the first.
     for (int round = 0; round < 2; ++round) {
@@ -78,7 +79,7 @@ float PatchMix::ShareOfGrain(const PixelRect& box, const Planes& base, const Pla
                     const float d = fineOfBase.Row(y)[x] + share * fineOfGrain.Row(y)[x];
                     squares.push_back(d * d);
                 }
-        share = std::clamp(share * wanted / std::max(0.1f, std::sqrt(TrimmedMean(squares))), 0.5f, 2.0f);
+        share = std::clamp(share * wanted / std::max(0.1f, std::sqrt(HeldMean(squares))), 0.5f, 2.0f);
     }
     return share;
 }

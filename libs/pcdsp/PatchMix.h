@@ -17,15 +17,15 @@ class PatchMix {
     // `patches` best first, at least one.
     PatchMix(const SpotPlace& place, const std::vector<Patch>& patches);
 
-    // Lays the mix over `out`, whose size is that of `box`, a part of the place.
-    void Fill(const PixelRect& box, Planes& out) const;
+    // Lays the mix over `out`, whose size is that of `box`, a part of the place. Stopped, `out` holds no mix.
+    void Fill(const PixelRect& box, Planes& out, const Pace& pace) const;
     // The mean alone at a pixel of the place, into three numbers; false where most patches leave the place or lie in
     // holes.
     bool MeanAt(int x, int y, float* mean) const;
 
   private:
     void AddPatch(const Patch& patch, float share, const PixelRect& box, Planes& out) const;
-    float ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain) const;
+    float ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain, const Pace& pace) const;
 
     const SpotPlace& m_place;
     const std::vector<Patch>& m_patches;

@@ -29,24 +29,29 @@ struct Level {
 };
 
 // Half the size, rounded up; a cell with any hole is one. An odd last row or column is its own pair.
-std::unique_ptr<Level> Halved(const Planes& colours, const HoleMap& hole) {
-    auto half = std::make_unique<Level>((hole.width + 1) / 2, (hole.height + 1) / 2);
+void HalveRows(const Planes& colours, const HoleMap& hole, Level& half, int from, int to) {
     const int pairs = hole.width / 2, last = hole.width - 1;
-    for (int y = 0; y < half->hole.height; ++y) {
+    for (int y = from; y < to; ++y) {
         const int above = 2 * y, below = std::min(2 * y + 1, hole.height - 1);
         for (int c = 0; c < Colours; ++c) {
             const float* const a = colours.Row(c, above);
             const float* const b = colours.Row(c, below);
-            float* const out = half->colours.Row(c, y);
+            float* const out = half.colours.Row(c, y);
             for (int x = 0; x < pairs; ++x) out[x] = 0.25f * (a[2 * x] + a[2 * x + 1] + b[2 * x] + b[2 * x + 1]);
             if (2 * pairs == last) out[pairs] = 0.5f * (a[last] + b[last]);
         }
         const std::uint8_t* const a = hole.Row(above);
         const std::uint8_t* const b = hole.Row(below);
-        std::uint8_t* const out = half->hole.Row(y);
+        std::uint8_t* const out = half.hole.Row(y);
         for (int x = 0; x < pairs; ++x) out[x] = a[2 * x] | a[2 * x + 1] | b[2 * x] | b[2 * x + 1];
         if (2 * pairs == last) out[pairs] = a[last] | b[last];
     }
+}
+
+std::unique_ptr<Level> Halved(const Planes& colours, const HoleMap& hole, const Pace& pace) {
+    auto half = std::make_unique<Level>((hole.width + 1) / 2, (hole.height + 1) / 2);
+    pace.ForRows(half->hole.height, GrainOf(hole.width),
+                 [&](int from, int to) { HalveRows(colours, hole, *half, from, to); });
     return half;
 }
 
@@ -71,11 +76,11 @@ struct Cell {
 // The hole at one level, and the known band round it.
 class Seeker {
   public:
-    Seeker(const Planes& colours, const HoleMap& hole, int band)
+    Seeker(const Planes& colours, const HoleMap& hole, int band, const Pace& pace)
         : m_colours(colours), m_hole(hole), m_pitch(hole.height > 1 ? colours.Row(0, 1) - colours.Row(0, 0) : 0) {
         const PixelRect inner = BoxOf(hole);
         m_box = inner.Grown(band).Within(hole.Bounds());
-        for (int y = m_box.top; y < m_box.bottom; ++y)
+        for (int y = m_box.top; y < m_box.bottom && pace.GoesOn(); ++y)
             for (int x = m_box.left; x < m_box.right; ++x)
                 if (hole.Row(y)[x] & HoleMap::Own)
                     m_inside.push_back({OffsetOf(x, y), {}});
@@ -84,7 +89,7 @@ class Seeker {
                         {OffsetOf(x, y), {colours.Row(0, y)[x], colours.Row(1, y)[x], colours.Row(2, y)[x]}});
         Thin(m_inside, MostInside);
         Thin(m_band, MostBand);
-        MakeSums();
+        MakeSums(pace);
     }
 
     // The ways that keep the box within the planes.
@@ -146,24 +151,32 @@ class Seeker {
                     return true;
         return false;
     }
-    void MakeSums() {
-        m_sums.assign(std::size_t(m_hole.width + 1) * (m_hole.height + 1), 0);
-        for (int y = 0; y < m_hole.height; ++y) {
-            int row = 0;
-            for (int x = 0; x < m_hole.width; ++x) {
-                row += m_hole.Row(y)[x] != 0;
-                m_sums[std::size_t(m_hole.width + 1) * (y + 1) + x + 1] = SumTo(x + 1, y) + row;
+    void MakeSums(const Pace& pace) {
+        m_sums = std::make_unique_for_overwrite<int[]>(std::size_t(m_hole.width + 1) * (m_hole.height + 1));
+        std::fill_n(m_sums.get(), m_hole.width + 1, 0);
+        pace.ForRows(m_hole.height, GrainOf(m_hole.width), [&](int first, int last) {
+            for (int y = first; y < last; ++y) {
+                int* const sums = SumsOf(y + 1);
+                sums[0] = 0;
+                for (int x = 0; x < m_hole.width; ++x) sums[x + 1] = sums[x] + (m_hole.Row(y)[x] != 0);
             }
+        });
+        if (!pace.GoesOn()) return;
+        for (int y = 1; y <= m_hole.height && (y % 64 != 0 || pace.GoesOn()); ++y) {
+            const int* const above = SumsOf(y - 1);
+            int* const sums = SumsOf(y);
+            for (int x = 1; x <= m_hole.width; ++x) sums[x] += above[x];
         }
     }
-    int SumTo(int x, int y) const { return m_sums[std::size_t(m_hole.width + 1) * y + x]; }
+    int* SumsOf(int y) const { return m_sums.get() + std::size_t(m_hole.width + 1) * y; }
+    int SumTo(int x, int y) const { return SumsOf(y)[x]; }
 
     const Planes& m_colours;
     const HoleMap& m_hole;
     std::ptrdiff_t m_pitch;
     PixelRect m_box;
     std::vector<Cell> m_band, m_inside;
-    std::vector<int> m_sums;
+    std::unique_ptr<int[]> m_sums;
 };
 
 // Best first; equal ones in the order of reading, so that the choice is always the same.
@@ -184,10 +197,10 @@ std::vector<Patch> Apart(const std::vector<Patch>& sorted, int most) {
     return kept;
 }
 
-std::vector<Patch> TryAll(const Seeker& seeker) {
+std::vector<Patch> TryAll(const Seeker& seeker, const Pace& pace) {
     const PixelRect ways = seeker.Ways();
     std::vector<std::vector<Patch>> rows(std::max(0, ways.Height()));
-    ForEachBand(ways.Height(), 4, [&](int first, int last) {
+    pace.ForRows(ways.Height(), 4, [&](int first, int last) {
         for (int i = first; i < last; ++i)
             for (int dx = ways.left; dx < ways.right; ++dx)
                 if (seeker.IsFree(dx, ways.top + i))
@@ -217,21 +230,24 @@ std::vector<Patch> Sharpened(const Seeker& seeker, const std::vector<Patch>& coa
 
 }  // namespace
 
-std::vector<Patch> FindPatches(const Planes& colours, const HoleMap& hole, int most) {
+std::vector<Patch> FindPatches(const Planes& colours, const HoleMap& hole, int most, const Pace& pace) {
     const PixelRect box = BoxOf(hole);
     if (box.IsEmpty()) return {};
     std::vector<std::unique_ptr<Level>> levels;
     for (int size = std::max(box.Width(), box.Height()) / 2; size > SmallHole; size /= 2)
-        levels.push_back(
-            Halved(levels.empty() ? colours : levels.back()->colours, levels.empty() ? hole : levels.back()->hole));
+        levels.push_back(Halved(levels.empty() ? colours : levels.back()->colours,
+                                levels.empty() ? hole : levels.back()->hole, pace));
     std::vector<Patch> patches;
     for (int i = static_cast<int>(levels.size()) - 1; i >= -1; --i) {
+        if (!pace.GoesOn()) return {};
         const Seeker seeker(i < 0 ? colours : levels[i]->colours, i < 0 ? hole : levels[i]->hole,
-                            i < 0 ? Band : CoarseBand);
+                            i < 0 ? Band : CoarseBand, pace);
+        if (!pace.GoesOn()) return {};
         const bool isFirst = i == static_cast<int>(levels.size()) - 1;
-        patches = Apart(isFirst ? TryAll(seeker) : Sharpened(seeker, patches), i < 0     ? most
-                                                                               : isFirst ? Tries
-                                                                                         : FineTries);
+        patches = Apart(isFirst ? TryAll(seeker, pace) : Sharpened(seeker, patches), i < 0     ? most
+                                                                                     : isFirst ? Tries
+                                                                                               : FineTries);
     }
+    if (!pace.GoesOn()) patches.clear();
     return patches;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "HoleMap.h"
+#include "Pace.h"
 #include "Planes.h"
 
 // A place whose surroundings look like those of the hole: what lies (dx, dy) away from each hole.
@@ -13,5 +14,6 @@ struct Patch {
 };
 
 // The best places to take the inside of a hole from, best first, at most `most`, no two next to each other. Three
-// planes of colour, in levels. A place lies whole in the planes and touches no hole; none may exist.
-std::vector<Patch> FindPatches(const Planes& colours, const HoleMap& hole, int most);
+// planes of colour, in levels. A place lies whole in the planes and touches no hole; none may exist, and
+// none are found by a search that was stopped.
+std::vector<Patch> FindPatches(const Planes& colours, const HoleMap& hole, int most, const Pace& pace = {});

@@ -21,8 +21,11 @@
 namespace {
 
 constexpr int Colours = SpotPlace::Colours;
-constexpr int Margin = 8;                          // pixels round the hole in which patches are mixed
-constexpr int Most = 12;                           // patches that are mixed
+constexpr int Margin = 8;                                // pixels round the hole in which patches are mixed
+constexpr int Most = 12;                                 // patches that are mixed
+constexpr float LeastEvened = 0.75f, MostEvened = 1.4f;  // times its grain that a fill gets
+constexpr float Evened = 1.15f;                          // what is added to the finest band is not all of that band
+constexpr float LeastTold = 5.0f;                  // the radius from which a trace, or grain, is told from features
 constexpr float TraceReach = 0.15f;                // radii in which a trace of the spot fades
 constexpr float Faint = 3.0f, Strong = 8.0f;       // levels by which a spot is none, and surely one, beside the skin
 constexpr float SureTrace = 0.6f, NoTrace = 0.9f;  // parts of the spot itself: more than that is no trace of a spot
@@ -47,10 +50,19 @@ std::vector<MarkRun> RunsOf(const std::uint8_t* mask, int width, std::uint32_t c
     return runs;
 }
 
+// The span of one group of several.
+ProgressSpan PartOf(const ProgressSpan& span, std::size_t index, std::size_t count) {
+    const auto at = [&](std::size_t i) {
+        return span.start + static_cast<int>((span.end - span.start) * double(i) / double(count));
+    };
+    return {span.sink, at(index), at(index + 1)};
+}
+
 class Healing {
   public:
-    explicit Healing(const SpotPlace& place)
+    Healing(const SpotPlace& place, const Pace& pace)
         : m_place(place),
+          m_pace(pace),
           m_box(place.hole.Grown(Margin).Within(place.holes.Bounds())),
           m_fill(Colours, m_box.Width(), m_box.Height()),
           m_lack(Colours, m_box.Width(), m_box.Height()),
@@ -59,20 +71,25 @@ class Healing {
             std::copy_n(place.holes.Row(m_box.top + y) + m_box.left, m_holes.width, m_holes.Row(y));
     }
 
-    // False where nothing is known.
-    bool Fill() {
+    // False where nothing is known, or when it was stopped.
+    bool Fill(const ProgressSpan& span) {
         if (std::all_of(m_holes.holes.begin(), m_holes.holes.end(), [](std::uint8_t h) { return h != 0; }))
             return false;
-        const std::vector<Patch> patches = FindPatches(m_place.colours, m_place.holes, Most);
+        const std::vector<Patch> patches = FindPatches(m_place.colours, m_place.holes, Most, m_pace);
+        span.Report(1, 3);
+        if (!m_pace.GoesOn()) return false;
         if (patches.empty()) {
             ForEachRow(m_fill, [&](int c, int y, int width) { std::fill_n(m_fill.Row(c, y), width, 0.0f); });
         } else {
             const PatchMix mix(m_place, patches);
-            mix.Fill(m_box, m_fill);
+            mix.Fill(m_box, m_fill, m_pace);
             LightPlane(m_place, mix).AddTo(m_place, m_box, m_fill);
         }
+        span.Report(2, 3);
+        if (!m_pace.GoesOn()) return false;
         Blend(!patches.empty());
-        return true;
+        if (!patches.empty() && m_place.radius >= LeastTold) EvenGrain();
+        return m_pace.GoesOn();
     }
 
     void Write(std::uint8_t* pixels, int width, const MarkGroup& group) const {
@@ -93,11 +110,12 @@ class Healing {
             for (int x = 0; x < width; ++x) m_lack.Row(c, y)[x] = known[x] - m_fill.Row(c, y)[x];
         });
         float trace[Colours] = {};
-        if (mayShowTraces) FindTrace(trace);
+        if (!m_pace.GoesOn()) return;
+        if (mayShowTraces && m_place.radius >= LeastTold) FindTrace(trace);
         ForEachRow(m_lack, [&](int c, int y, int width) {
             for (int x = 0; x < width; ++x) m_lack.Row(c, y)[x] -= trace[c];
         });
-        FillWithMembrane(m_lack, Colours, m_holes, 0.0f);
+        FillWithMembrane(m_lack, Colours, m_holes, 0.0f, m_pace);
         ForEachRow(m_lack, [&](int c, int y, int width) {
             for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += m_lack.Row(c, y)[x];
         });
@@ -144,13 +162,40 @@ class Healing {
         if (trace[0] == 0.0f && trace[1] == 0.0f && trace[2] == 0.0f) return;
         Planes fading(1, m_holes.width, m_holes.height);
         for (int y = 0; y < m_holes.height; ++y) std::fill_n(fading.Row(0, y), m_holes.width, 1.0f);
-        FillWithMembrane(fading, 1, m_holes, TraceReach * m_place.radius);
+        FillWithMembrane(fading, 1, m_holes, TraceReach * m_place.radius, m_pace);
         ForEachRow(m_fill, [&](int c, int y, int width) {
             for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += trace[c] * fading.Row(0, y)[x];
         });
     }
 
+    // Blending changes the finest band a little: brings it to the strength that it has around, now in the whole
+    // picture.
+    void EvenGrain() {
+        Planes all(Colours, m_holes.width, m_holes.height), soft(Colours, m_holes.width, m_holes.height);
+        ForEachRow(all, [&](int c, int y, int width) {
+            const float* const known = m_place.colours.Row(c, m_box.top + y) + m_box.left;
+            for (int x = 0; x < width; ++x)
+                all.Row(c, y)[x] = soft.Row(c, y)[x] =
+                    m_holes.Row(y)[x] & HoleMap::Own ? m_fill.Row(c, y)[x] : known[x];
+        });
+        BlurPlanes(soft, GrainSigma, m_pace);
+        if (!m_pace.GoesOn()) return;
+        std::vector<float> squares;
+        for (int y = 0; y < m_holes.height; ++y)
+            for (int x = 0; x < m_holes.width; ++x)
+                if (m_holes.Row(y)[x] & HoleMap::Own) {
+                    const float d = LumaAt(all, x, y) - LumaAt(soft, x, y);
+                    squares.push_back(d * d);
+                }
+        const float is = std::sqrt(HeldMean(squares)), wanted = GrainLevel * GrainAround(m_place);
+        const float more = Evened * (std::clamp(wanted / std::max(0.1f, is), LeastEvened, MostEvened) - 1.0f);
+        ForEachRow(m_fill, [&](int c, int y, int width) {
+            for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += more * (all.Row(c, y)[x] - soft.Row(c, y)[x]);
+        });
+    }
+
     const SpotPlace& m_place;
+    const Pace& m_pace;
     PixelRect m_box;  // of the place
     Planes m_fill;
     Planes m_lack;  // what the picture has more than the fill
@@ -163,16 +208,17 @@ bool HealSpots(std::uint8_t* pixels, int width, int height, const std::uint8_t* 
                const PixelRect& marks, const ProgressSpan& span) {
     const std::vector<MarkRun> runs = RunsOf(mask, width, colour, marks);
     const std::vector<MarkGroup> groups = GroupsOf(runs);
+    const Pace pace(span);
     for (std::size_t i = 0; i < groups.size(); ++i) {
-        if (!span.CanContinue()) return false;
-        const SpotPlace place(pixels, width, height, runs, groups[i]);
-        Healing healing(place);
-        if (healing.Fill()) {
-            // The last question before anything is written.
-            if (!span.CanContinue()) return false;
-            healing.Write(pixels, width, groups[i]);
-        }
-        span.Report(static_cast<double>(i + 1), static_cast<double>(groups.size()));
+        if (!pace.GoesOn()) return false;
+        const ProgressSpan part = PartOf(span, i, groups.size());
+        const SpotPlace place(pixels, width, height, runs, groups[i], pace);
+        Healing healing(place, pace);
+        const bool isFilled = healing.Fill(part);
+        // Nothing was written so far.
+        if (!pace.GoesOn()) return false;
+        if (isFilled) healing.Write(pixels, width, groups[i]);
+        part.Report(1, 1);
     }
     return true;
 }

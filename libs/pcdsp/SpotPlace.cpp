@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SpotPlace.h"
 
+#include "Rows.h"
+
 namespace {
 
 constexpr float Reach = 3.5f;  // radii from which patches are taken
@@ -15,18 +17,20 @@ PixelRect AreaOf(const PixelRect& group, int width, int height) {
 }  // namespace
 
 SpotPlace::SpotPlace(const std::uint8_t* pixels, int width, int height, const std::vector<MarkRun>& all,
-                     const MarkGroup& group)
+                     const MarkGroup& group, const Pace& pace)
     : area(AreaOf(group.box, width, height)),
       hole(group.box.Moved(-area.left, -area.top)),
       radius(0.5f * static_cast<float>(std::max(hole.Width(), hole.Height()))),
       colours(Colours, area.Width(), area.Height()),
       holes(area.Width(), area.Height()) {
-    for (int y = 0; y < holes.height; ++y) {
-        const std::uint8_t* from = pixels + 4 * (std::ptrdiff_t{width} * (area.top + y) + area.left);
-        float* const rows[] = {colours.Row(0, y), colours.Row(1, y), colours.Row(2, y)};
-        for (int x = 0; x < holes.width; ++x, from += 4)
-            for (int c = 0; c < Colours; ++c) rows[c][x] = from[c];
-    }
+    pace.ForRows(holes.height, GrainOf(holes.width), [&](int top, int bottom) {
+        for (int y = top; y < bottom; ++y) {
+            const std::uint8_t* from = pixels + 4 * (std::ptrdiff_t{width} * (area.top + y) + area.left);
+            float* const rows[] = {colours.Row(0, y), colours.Row(1, y), colours.Row(2, y)};
+            for (int x = 0; x < holes.width; ++x, from += 4)
+                for (int c = 0; c < Colours; ++c) rows[c][x] = from[c];
+        }
+    });
     const auto first =
         std::lower_bound(all.begin(), all.end(), area.top, [](const MarkRun& run, int y) { return run.y < y; });
     for (auto run = first; run != all.end() && run->y < area.bottom; ++run) Mark(*run, HoleMap::Other);

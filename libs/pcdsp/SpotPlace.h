@@ -6,6 +6,7 @@
 
 #include "HoleMap.h"
 #include "MarkGroups.h"
+#include "Pace.h"
 #include "Planes.h"
 
 // A cut-out of the picture round one group of marks, wide enough to find other skin in it.
@@ -18,9 +19,9 @@ struct SpotPlace {
     Planes colours;  // blue, green and red, in levels
     HoleMap holes;
 
-    // `all` are the marks of all groups, in the order of reading.
+    // `all` are the marks of all groups, in the order of reading. Uses all cores.
     SpotPlace(const std::uint8_t* pixels, int width, int height, const std::vector<MarkRun>& all,
-              const MarkGroup& group);
+              const MarkGroup& group, const Pace& pace);
 
   private:
     void Mark(const MarkRun& run, std::uint8_t bit);

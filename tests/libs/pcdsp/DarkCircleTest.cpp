@@ -109,6 +109,28 @@ TEST(DarkCircles, LashesStayDark) {
     for (int x = 100; x < 220; x += 12) EXPECT_LE(result.Row(84)[4 * x + 1], 45) << x;
 }
 
+TEST(DarkCircles, AnEyeUnderTheMarkStays) {
+    Bitmap picture = Shadowed(3);
+    // A white with a brown iris and a pupil, as wide as half the mark is thick.
+    for (int y = 0; y < Height; ++y)
+        for (int x = 0; x < Width; ++x) {
+            const double d = std::hypot((x - 160) / 3.0, y - 95.0), iris = std::hypot(x - 160, y - 95);
+            if (iris < 5.0)
+                SetPixel(picture, x, y, 22, 18, 16);
+            else if (iris < 12.0)
+                SetPixel(picture, x, y, 74, 46, 30);
+            else if (d < 14.0)
+                SetPixel(picture, x, y, 208, 202, 198);
+        }
+    const Bitmap result = Lightened(picture, 10);
+    for (int y = 0; y < Height; ++y)
+        for (int x = 0; x < Width; ++x) {
+            if (std::hypot((x - 160) / 3.0, y - 95.0) >= 11.0) continue;
+            for (int c = 0; c < 3; ++c)
+                ASSERT_NEAR(result.Row(y)[4 * x + c], picture.Row(y)[4 * x + c], 12) << x << ", " << y;
+        }
+}
+
 TEST(DarkCircles, TheBorderOfTheMarkIsInvisible) {
     const Bitmap picture = Shadowed(0), result = Lightened(picture, 10);
     // Down through the mark, from 66 to 134: no step that the picture did not have.

@@ -44,6 +44,15 @@ const MaskRepair MaskRepairs[] = {
 class EveryMaskRepair : public testing::TestWithParam<MaskRepair> {
   protected:
     void TearDown() override { SetWorkerCount(0); }
+    // How often the repair asks whether it may go on.
+    int QuestionsOf(Bitmap picture, const Bitmap& mask) const {
+        struct : CObjProgress {
+            int CanContinue() override { return ++asked; }
+            int asked = 0;
+        } sink;
+        EXPECT_NE(GetParam().inPart(picture, mask, Everything, &sink), 0);
+        return sink.asked;
+    }
     Bitmap Repaired(Bitmap picture, const Bitmap& mask, const PixelRect& part = Everything) const {
         EXPECT_NE(GetParam().inPart(picture, mask, part, nullptr), 0);
         return picture;
@@ -160,10 +169,11 @@ TEST_P(EveryMaskRepair, CancelledEveryGroupIsEitherDoneOrAsItWas) {
     for (int i = 0; i < 5; ++i) MarkDisc(mask, 30 + 60 * i, 40, 12);
     const Bitmap done = Repaired(source, mask);
     bool partly = false;
-    for (int allowed = 0; allowed < 12; ++allowed) {
+    const int asked = QuestionsOf(source, mask);
+    for (int allowed = 0; allowed < asked; allowed += std::max(1, asked / 40)) {
         Bitmap picture = source;
         WatchfulSink sink(allowed);
-        if (GetParam().inPart(picture, mask, Everything, &sink) != 0) continue;
+        ASSERT_EQ(GetParam().inPart(picture, mask, Everything, &sink), 0);
         EXPECT_LT(sink.GetValue(), 90.0f);
         int changed = 0;
         for (int i = 0; i < 5; ++i) {
@@ -180,6 +190,21 @@ TEST_P(EveryMaskRepair, CancelledEveryGroupIsEitherDoneOrAsItWas) {
         partly = partly || (changed > 0 && changed < 5);
     }
     EXPECT_TRUE(partly) << "no cancel came in the middle";
+}
+
+TEST_P(EveryMaskRepair, AsksOftenDuringOneLargeMarkAndLeavesThePictureWhenStopped) {
+    const Bitmap source = Skin(640, 480, 8);
+    Bitmap mask(640, 480);
+    MarkDisc(mask, 320, 240, 120);
+    const int asked = QuestionsOf(source, mask);
+    EXPECT_GE(asked, 10);
+    for (const int allowed : {0, 1, asked / 4, asked / 2, asked - asked / 4, asked - 1}) {
+        Bitmap picture = source;
+        WatchfulSink sink(allowed);
+        EXPECT_EQ(GetParam().inPart(picture, mask, Everything, &sink), 0) << allowed << " of " << asked;
+        EXPECT_TRUE(picture == source) << allowed << " of " << asked;
+        EXPECT_LT(sink.GetValue(), 90.0f);
+    }
 }
 
 TEST_P(EveryMaskRepair, ReportsForwardToItsEnd) {
