@@ -37,6 +37,8 @@ constexpr float Usual = 150.0f;  // the luma at which the next limits hold; they
 // which is red less blue in parts of red, likewise.
 constexpr float ShadeFrom = 0.545f, ShadeTo = 0.42f, DeepSkin = 20.0f, GlossFrom = 1.5f, GlossTo = 1.9f;
 constexpr float ColdFrom = 0.57f, ColdTo = 0.33f, RedFrom = 1.8f, RedTo = 2.6f, LeastWarmth = 0.06f;
+constexpr float AimFrom = 1.3f, AimTo = 1.6f;  // likewise, of the cheek
+constexpr float UsualPart = 0.35f;             // of the cells are darker than usual skin: circle, eye, lashes
 // Of a pixel, in levels at that luma, from the skin of its cells.
 constexpr float DarkFrom = 40.0f, DarkTo = 100.0f;     // lashes: levels below the skin
 constexpr float LightFrom = 34.0f, LightTo = 70.0f;    // gloss and the white of the eye: above it
@@ -134,6 +136,12 @@ float ShareOfSkin(const float* colour, const float* usual) {
     return share * Fall(-warm, -ColdFrom, -ColdTo) * Fall(warm, RedFrom, RedTo);
 }
 
+// A gloss on the cheek is nothing to aim at: it would lie on the skin as grey.
+float ShareWithoutGloss(const float* colour, const float* usual) {
+    const float light = (Luma(colour) + DeepSkin) / (Luma(usual) + DeepSkin);
+    return 1e-3f + Fall(light, AimFrom, AimTo);
+}
+
 // The skin round one mark in cells, and the cheek's colour for each column of them.
 class Skin {
   public:
@@ -225,7 +233,7 @@ void Skin::FindSkin(float thickness) {
     }
 }
 
-// The cell of middle luma in the mark and the cheek below it, or else all round it: a gloss on the cheek alone would
+// The cell of a usual luma in the mark and the cheek below it, or else all round it: a gloss on the cheek alone would
 // make skin in its shadow look like no skin at all.
 void Skin::FindUsual(float thickness) {
     std::vector<std::pair<float, std::ptrdiff_t>> cells;
@@ -240,7 +248,7 @@ void Skin::FindUsual(float thickness) {
         if (marked > 0.5f || (!hasCheek && marked == 0.0f)) add(x, y);
     });
     if (cells.empty()) return;
-    const auto middle = cells.begin() + static_cast<std::ptrdiff_t>(cells.size() / 2);
+    const auto middle = cells.begin() + static_cast<std::ptrdiff_t>(UsualPart * static_cast<float>(cells.size()));
     std::nth_element(cells.begin(), middle, cells.end());
     for (int c = 0; c < Colours; ++c)
         m_usual[c] =
@@ -300,7 +308,8 @@ bool Skin::FindCheek(float thickness) {
     const int width = m_cells.Width();
     std::vector<float> sums(std::size_t(Colours + 1) * width, 0.0f);
     const auto add = [&](int x, int y) {
-        const float weight = Weight(x, y);
+        const float colour[] = {m_cells.Row(0, y)[x], m_cells.Row(1, y)[x], m_cells.Row(2, y)[x]};
+        const float weight = Weight(x, y) * ShareWithoutGloss(colour, m_usual);
         sums[std::size_t(Colours + 1) * x + Colours] += weight;
         for (int c = 0; c < Colours; ++c) sums[std::size_t(Colours + 1) * x + c] += weight * m_cells.Row(c, y)[x];
     };
