@@ -35,10 +35,22 @@ bool FailingMemory::HasFailed() {
     return g_failing > 0 && g_asked >= g_failing;
 }
 
+// All of the family that takes no alignment: a sanitizer's own would otherwise stand beside these, and tell them apart.
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return MayTake(bytes) ? std::malloc(bytes ? bytes : 1) : nullptr;
+}
+
 void* operator new(std::size_t bytes) {
-    if (!MayTake(bytes)) throw std::bad_alloc();
-    if (void* block = std::malloc(bytes ? bytes : 1)) return block;
+    if (void* block = operator new(bytes, std::nothrow)) return block;
     throw std::bad_alloc();
+}
+
+void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept {
+    return operator new(bytes, std::nothrow);
+}
+
+void* operator new[](std::size_t bytes) {
+    return operator new(bytes);
 }
 
 void operator delete(void* block) noexcept {
@@ -46,5 +58,13 @@ void operator delete(void* block) noexcept {
 }
 
 void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
     std::free(block);
 }
