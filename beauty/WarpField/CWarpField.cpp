@@ -115,13 +115,27 @@ bool CWarpField::SetImage(const Bitmap* image, std::mutex* lock) {
     // step need not copy them.
     Bitmap source = OnWhite(*image), output = source.Clone();
     WarpTiles field(source.Width(), source.Height());
+    std::vector<int> unsampled;
+    unsampled.reserve(field.Count());
+    std::vector<bool> isUnsampled(field.Count());
     m_source = std::move(source);
     m_output = std::move(output);
     m_field = std::move(field);
+    m_unsampled = std::move(unsampled);
+    m_isUnsampled = std::move(isUnsampled);
     return true;
 }
 
 bool CWarpField::Deform(int x1, int y1, int x0, int y0, int mode) {
+    Settle();
+    return Push(x1, y1, x0, y0, mode, Sampling::AtOnce);
+}
+
+bool CWarpField::DeformLater(int x1, int y1, int x0, int y0, int mode) {
+    return Push(x1, y1, x0, y0, mode, Sampling::Later);
+}
+
+bool CWarpField::Push(int x1, int y1, int x0, int y0, int mode, Sampling sampling) {
     if (m_amount == 0.0 || !std::isfinite(m_amount) || m_radius == 0) return false;
     double amount = m_amount;
     if (amount < 0.0) {
@@ -134,10 +148,11 @@ bool CWarpField::Deform(int x1, int y1, int x0, int y0, int mode) {
     m_activeRadius = m_radius;
     m_mode = mode;
     if (mode != Move) {
-        ApplyAt(m_output, x1, y1, amount, amount);
+        Step(m_output, x1, y1, amount, amount, sampling);
         return true;
     }
-    ForParts(x1, y1, x0, y0, m_radius, [&](int x, int y, double dx, double dy) { ApplyAt(m_output, x, y, dx, dy); });
+    ForParts(x1, y1, x0, y0, m_radius,
+             [&](int x, int y, double dx, double dy) { Step(m_output, x, y, dx, dy, sampling); });
     return true;
 }
 
@@ -157,22 +172,33 @@ void CWarpField::Reserve(int x1, int y1, int x0, int y0, int mode, int radius) {
 }
 
 void CWarpField::ApplyAt(Bitmap& output, int x, int y, double dx, double dy) {
+    Settle();
+    Step(output, x, y, dx, dy, Sampling::AtOnce);
+}
+
+WarpStep CWarpField::PlanFor(std::uint8_t* output) const {
+    WarpStep step;
+    step.field = m_field.View();
+    step.source = m_source.Pixels();
+    step.output = output;
+    step.width = Width();
+    step.height = Height();
+    step.bilinear = m_bilinear;
+    return step;
+}
+
+void CWarpField::Step(Bitmap& output, int x, int y, double dx, double dy, Sampling sampling) {
     if (m_radius == 0 || !Contains(x, y)) return;
     const Window window(x, y, m_activeRadius, Width(), Height());
     // All that can fail comes before anything changes.
     m_field.Open(x + window.left, y + window.top, x + window.right, y + window.bottom);
     float* const scratch = m_scratch.OfPairs(window.Pairs());
     std::uint8_t* const pixels = output.MutablePixels();
-    WarpStep step;
-    step.field = m_field.View();
-    step.source = m_source.Pixels();
-    step.output = pixels;
-    step.width = Width();
-    step.height = Height();
+    WarpStep step = PlanFor(pixels);
     step.x = x;
     step.y = y;
     step.mode = m_mode;
-    step.bilinear = m_bilinear;
+    step.deferred = sampling == Sampling::Later;
     step.amount = m_activeAmount;
     step.dx = dx;
     step.dy = dy;
@@ -195,6 +221,33 @@ void CWarpField::ApplyAt(Bitmap& output, int x, int y, double dx, double dy) {
     forRows([&](int yi, Span span, const float* pairs) {
         m_field.Write(x + span.first, y + yi, span.last - span.first + 1, pairs);
     });
+    if (step.deferred) MarkUnsampled(x + window.left, y + window.top, x + window.right, y + window.bottom);
+}
+
+void CWarpField::MarkUnsampled(int left, int top, int right, int bottom) {
+    for (int row = top >> WarpTileShift; row <= bottom >> WarpTileShift; ++row)
+        for (int column = left >> WarpTileShift; column <= right >> WarpTileShift; ++column) {
+            const int tile = row * m_field.Columns() + column;
+            if (m_isUnsampled[tile]) continue;
+            m_isUnsampled[tile] = true;
+            m_unsampled.push_back(tile);
+        }
+}
+
+void CWarpField::Settle() {
+    if (m_unsampled.empty()) return;
+    const WarpStep step = PlanFor(m_output.MutablePixels());
+    ForEachBand(static_cast<int>(m_unsampled.size()), 1, [&](int first, int last) {
+        for (int i = first; i < last; ++i) SampleTile(step, m_unsampled[i]);
+    });
+    for (const int tile : m_unsampled) m_isUnsampled[tile] = false;
+    m_unsampled.clear();
+}
+
+void CWarpField::SampleTile(const WarpStep& step, int tile) const {
+    const int left = tile % m_field.Columns() * WarpTileSide, top = tile / m_field.Columns() * WarpTileSide;
+    const int bottom = std::min(top + WarpTileSide, Height()), columns = std::min(WarpTileSide, Width() - left);
+    for (int y = top; y < bottom; ++y) WarpKernelsInUse().sampleRow(step, y, left, columns);
 }
 
 void CWarpField::SampleField(double x, double y, double* dx, double* dy) const {

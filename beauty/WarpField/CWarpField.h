@@ -16,6 +16,8 @@
 // field and output depend neither on the number of threads nor on the instruction set. Memory of the field grows with
 // the places that were pushed.
 //
+// Many steps over each other may leave the output for later, so that each pixel is sampled once and not once a step.
+//
 // One thread at a time. Nothing is thrown but std::bad_alloc, and then the object is as it was before the call (of a
 // long move: as after the last whole step of it).
 class CWarpField {
@@ -29,7 +31,8 @@ class CWarpField {
     // How strong a step is: 0 does nothing, 1 is a slider's end. Below 0 every mode becomes Shrink.
     void SetAmount(double amount) { m_amount = amount; }
     double Amount() const { return m_amount; }
-    // Bilinear samples (the default), or the nearest pixel towards the corner.
+    // Bilinear samples (the default), or the nearest pixel towards the corner. For a whole picture where steps are
+    // deferred.
     void SetBilinear(bool on) { m_bilinear = on; }
 
     // Takes a picture, laid on white where it is translucent, with nothing pushed. The lock, if there is one, is held
@@ -39,6 +42,11 @@ class CWarpField {
     // One step at (x1, y1); of Move a stroke from (x0, y0) to there, cut into parts of half a radius at most. False
     // when it is refused: no amount, a point outside of the picture, no such mode, no picture or no radius.
     bool Deform(int x1, int y1, int x0, int y0, int mode);
+
+    // As Deform, but leaves the output as it is until Settle, which samples what all such steps have left: the same
+    // bytes as if they had not. Any other step settles first.
+    bool DeformLater(int x1, int y1, int x0, int y0, int mode);
+    void Settle();
 
     // Makes the memory that such a Deform with this radius would need, so that it cannot fail afterwards. Nothing for
     // what would be refused. Throws std::bad_alloc.
@@ -62,6 +70,14 @@ class CWarpField {
     std::size_t FieldBytes() const { return m_field.ByteCount(); }
 
   private:
+    enum class Sampling { AtOnce, Later };
+
+    bool Push(int x1, int y1, int x0, int y0, int mode, Sampling sampling);
+    void Step(Bitmap& output, int x, int y, double dx, double dy, Sampling sampling);
+    // A step of the kernels as far as it is the same for all.
+    WarpStep PlanFor(std::uint8_t* output) const;
+    void MarkUnsampled(int left, int top, int right, int bottom);
+    void SampleTile(const WarpStep& step, int tile) const;
     bool Contains(int x, int y) const { return x >= 0 && x < Width() && y >= 0 && y < Height(); }
 
     // Scratch of one step: pairs of the window, clipped to the picture.
@@ -87,5 +103,8 @@ class CWarpField {
     int m_mode = Move;
     bool m_bilinear = true;
     WarpTiles m_field;
+    // Squares of the field that were bent since they were sampled, and for each square whether it is among them.
+    std::vector<int> m_unsampled;
+    std::vector<bool> m_isUnsampled;
     Scratch m_scratch;
 };

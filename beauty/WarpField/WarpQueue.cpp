@@ -4,8 +4,21 @@
 #include <algorithm>
 #include <utility>
 
-WarpQueue::WarpQueue(std::function<void(const WarpEntry&)> work)
-    : m_work(std::move(work)), m_thread([this] { Run(); }) {}
+namespace {
+
+std::exception_ptr ThrownBy(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (...) {
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+WarpQueue::WarpQueue(std::function<void(const WarpEntry&)> work, std::function<void()> rest)
+    : m_work(std::move(work)), m_rest(std::move(rest)), m_thread([this] { Serve(); }) {}
 
 WarpQueue::~WarpQueue() {
     {
@@ -73,7 +86,16 @@ void WarpQueue::Drop() {
     m_released = 0;
 }
 
-void WarpQueue::Run() {
+void WarpQueue::Run(const std::function<void()>& act, std::unique_lock<std::mutex>& guard) {
+    guard.unlock();
+    const std::exception_ptr error = ThrownBy(act);
+    guard.lock();
+    if (!error) return;
+    m_error = error;
+    Drop();
+}
+
+void WarpQueue::Serve() {
     std::unique_lock guard(m_lock);
     for (;;) {
         m_wake.wait(guard, [this] { return m_stop || m_released > 0; });
@@ -82,20 +104,11 @@ void WarpQueue::Run() {
         m_entries.pop_front();
         --m_released;
         m_busy = true;
-        guard.unlock();
-        std::exception_ptr error;
-        try {
-            m_work(entry);
-        } catch (...) {
-            error = std::current_exception();
-        }
-        guard.lock();
-        m_busy = false;
+        Run([&] { m_work(entry); }, guard);
         ++m_finished;
-        if (error) {
-            m_error = error;
-            Drop();
-        }
+        m_done.notify_all();
+        if (m_released == 0) Run(m_rest, guard);
+        m_busy = false;
         m_done.notify_all();
     }
 }

@@ -21,12 +21,14 @@ struct WarpEntry {
 
 // Steps that wait for the end of a stroke, and the thread that works them then. While the mouse is held entries are
 // only added, so that the full picture does not slow down the hand; Release starts the thread, Wait lasts until it is
-// done. `work` runs on that thread alone, never while Wait has returned and nothing was released since.
+// done. `work` runs on that thread alone, and so does `rest`, which follows when nothing that was released is left;
+// neither runs while Wait has returned and nothing was released since.
 //
 // Every operation may be called from any thread, Wait from one at a time.
 class WarpQueue {
   public:
-    explicit WarpQueue(std::function<void(const WarpEntry&)> work);
+    WarpQueue(
+        std::function<void(const WarpEntry&)> work, std::function<void()> rest = [] {});
     // Drops what is not begun and waits for what is, without a limit.
     ~WarpQueue();
     WarpQueue(const WarpQueue&) = delete;
@@ -38,7 +40,7 @@ class WarpQueue {
     void Release();
     // Waits until everything that was released is done, at once where that is nothing. Reports to the span and asks its
     // sink after each entry; when that wants to stop the entries that are not begun are dropped. False when entries
-    // were dropped. Throws what `work` threw, which drops the rest too.
+    // were dropped. Throws what `work` or `rest` threw, which drops what waits too.
     bool Wait(const ProgressSpan& span);
     // Drops all entries that are not begun, released or not, and waits for the one that is.
     void Clear();
@@ -47,10 +49,13 @@ class WarpQueue {
     std::size_t Size() const;
 
   private:
-    void Run();
+    void Serve();
+    // One act of the thread, without the lock.
+    void Run(const std::function<void()>& act, std::unique_lock<std::mutex>& guard);
     void Drop();  // the lock is held
 
     const std::function<void(const WarpEntry&)> m_work;
+    const std::function<void()> m_rest;
     mutable std::mutex m_lock;
     std::condition_variable m_wake;  // there is work, or the end
     std::condition_variable m_done;  // an entry is done

@@ -27,6 +27,9 @@ class WarpTiles {
     // For kernels; holds until the next Open.
     WarpFieldView View() const { return {m_tiles.data(), m_columns}; }
     std::size_t ByteCount() const { return m_owned.size() * TileBytes; }
+    // Squares in a row, and in all, row by row.
+    int Columns() const { return m_columns; }
+    int Count() const { return static_cast<int>(m_tiles.size()); }
 
   private:
     static constexpr std::size_t TileBytes = std::size_t{2} * WarpTileSide * WarpTileSide * sizeof(float);

@@ -28,7 +28,7 @@ WarpLogic::WarpLogic(const ToolFacts& tool, CWarpField::Mode mode, Defaults defa
       PenTool(defaults.pen, 1),
       m_mode(mode),
       m_strength(defaults.strength),
-      m_queue([this](const WarpEntry& entry) { Work(entry); }) {}
+      m_queue([this](const WarpEntry& entry) { Work(entry); }, [this] { m_state.full->Settle(); }) {}
 
 void WarpLogic::ForgetAll() {
     m_queue.Clear();
@@ -158,7 +158,7 @@ void WarpLogic::Work(const WarpEntry& entry) {
     CWarpField& field = *m_state.full;
     field.SetRadius(entry.radius);
     field.SetAmount(entry.amount);
-    field.Deform(entry.x1, entry.y1, entry.x0, entry.y0, entry.mode);
+    field.DeformLater(entry.x1, entry.y1, entry.x0, entry.y0, entry.mode);
     ++m_worked;
 }
 

@@ -31,6 +31,7 @@ struct WarpStep {
     int x = 0, y = 0;
     int mode = 2;
     bool bilinear = true;
+    bool deferred = false;  // the output is left for sampleRow
     double amount = 0.0;
     double dx = 0.0, dy = 0.0;
     double border = 1.0;                // how many pixels inside the border the displacement is whole
@@ -43,7 +44,11 @@ struct WarpKernels {
 
     // The pixels from column `first` to `last` (against x) of the row yi (against y), all of them inside the picture
     // and the disc: writes the new pairs of the field to `pairs` and the pixels to the output.
+    // Of a deferred step only pixels that point to nothing any more are written, with the colour that they had.
     void (*warpRow)(const WarpStep& step, int yi, int first, int last, float* pairs);
+    // The output of `count` pixels of the picture's row y from x on, all in one square, as the field has them now. Of
+    // the step field, pictures and size are read.
+    void (*sampleRow)(const WarpStep& step, int y, int x, int count);
 };
 
 // The table in use, and that of one instruction set by its number in InstructionSets.h.

@@ -232,6 +232,17 @@ QUINCE_INLINE void JoinPairs(const WarpStep& step, const RowPlan& plan, int firs
     }
 }
 
+// Where the pairs of `count` pixels from (x, y) on point to.
+QUINCE_INLINE void FindSources(int x, int y, int count, const float* pairs, Places& places) {
+    for (int i = 0; i < count; ++i) {
+        places.vx[i] = pairs[2 * i];
+        places.vy[i] = pairs[2 * i + 1];
+    }
+    for (int i = 0; i < count; i += Wide)
+        FindSource(Counted(x + i), y, __builtin_convertvector(LoadDoubles(places.vx + i), WideFloats),
+                   __builtin_convertvector(LoadDoubles(places.vy + i), WideFloats), i, places);
+}
+
 // The same of a removal: the field as it was, less of it.
 QUINCE_INLINE void FadePairs(const WarpStep& step, const RowPlan& plan, int first, int count, Places& places,
                              float* pairs) {
@@ -242,12 +253,14 @@ QUINCE_INLINE void FadePairs(const WarpStep& step, const RowPlan& plan, int firs
         const float* const old = step.field.At(step.x + first + i, static_cast<int>(plan.y));
         pairs[2 * i] = static_cast<float>(rest * old[0]);
         pairs[2 * i + 1] = static_cast<float>(rest * old[1]);
-        places.vx[i] = pairs[2 * i];
-        places.vy[i] = pairs[2 * i + 1];
     }
-    for (int i = 0; i < count; i += Wide)
-        FindSource(Counted(step.x + first + i), plan.y, __builtin_convertvector(LoadDoubles(places.vx + i), WideFloats),
-                   __builtin_convertvector(LoadDoubles(places.vy + i), WideFloats), i, places);
+    FindSources(step.x + first, step.y + static_cast<int>(plan.yi), count, pairs, places);
+}
+
+// Whether a pixel and its next ones, which a bilinear read takes, lie in the picture.
+QUINCE_INLINE bool IsReadable(const WarpStep& step, int column, int row) {
+    return (static_cast<unsigned>(column) < static_cast<unsigned>(step.width - 1)) &
+           (static_cast<unsigned>(row) < static_cast<unsigned>(step.height - 1));
 }
 
 QUINCE_INLINE void LevelsAt(const std::uint8_t* pixel, Four& out) {
@@ -276,7 +289,7 @@ QUINCE_INLINE void ReadSource(const WarpStep& step, int y, int first, int count,
     std::uint8_t* const to = step.output + y * stride + std::ptrdiff_t{4} * (step.x + first);
     for (int i = 0; i < count; ++i) {
         const int column = places.column[i], row = places.row[i];
-        if (column < 0 || row < 0 || column + 1 >= step.width || row + 1 >= step.height) continue;
+        if (!IsReadable(step, column, row)) continue;
         const std::uint8_t* const at = step.source + row * stride + std::ptrdiff_t{4} * column;
         std::uint32_t colour, old;
         if (step.bilinear) {
@@ -296,10 +309,28 @@ QUINCE_INLINE void ReadSource(const WarpStep& step, int y, int first, int count,
     }
 }
 
+// A pixel that points to nothing keeps its colour; where that is still to be read, the pair that it had tells.
+QUINCE_INLINE void ReadFormer(const WarpStep& step, int y, int first, int count, const Places& places) {
+    bool all = true;
+    for (int i = 0; i < count; ++i) all &= IsReadable(step, places.column[i], places.row[i]);
+    if (all) return;
+    for (int i = 0; i < count; ++i) {
+        if (IsReadable(step, places.column[i], places.row[i])) continue;
+        Places former;
+        const int x = step.x + first + i;
+        FindSources(x, y, 1, step.field.At(x, y), former);
+        ReadSource(step, y, first + i, 1, former);
+    }
+}
+
+// How many pixels of row y may be written from column x on: all but those of the last row and column.
+QUINCE_INLINE int Writable(const WarpStep& step, int y, int x) {
+    return y + 1 < step.height ? step.width - 1 - x : 0;
+}
+
 void WarpRow(const WarpStep& step, int yi, int first, int last, float* pairs) {
     const RowPlan plan(step, yi);
-    // The last row and column are never written.
-    const int writable = step.y + yi + 1 < step.height ? step.width - 1 - step.x : first;
+    const int y = step.y + yi, writable = first + Writable(step, y, step.x + first);
     Places places;
     for (int from = first; from <= last; from += Stretch, pairs += std::ptrdiff_t{2} * Stretch) {
         const int count = last - from + 1 < Stretch ? last - from + 1 : Stretch;
@@ -311,11 +342,25 @@ void WarpRow(const WarpStep& step, int yi, int first, int last, float* pairs) {
             JoinPairs(step, plan, from, count, places, pairs);
         }
         const int shown = writable - from < count ? writable - from : count;
-        if (shown > 0) ReadSource(step, step.y + yi, from, shown, places);
+        if (shown <= 0) continue;
+        if (step.deferred)
+            ReadFormer(step, y, from, shown, places);
+        else
+            ReadSource(step, y, from, shown, places);
+    }
+}
+
+void SampleRow(const WarpStep& step, int y, int x, int count) {
+    const int writable = Writable(step, y, x), end = x + (writable < count ? writable : count);
+    Places places;
+    for (int from = x; from < end; from += Stretch) {
+        const int here = end - from < Stretch ? end - from : Stretch;
+        FindSources(from, y, here, step.field.At(from, y), places);
+        ReadSource(step, y, from - step.x, here, places);
     }
 }
 
 }  // namespace
 
 extern const WarpKernels QUINCE_KERNEL_TABLE;
-const WarpKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, WarpRow};
+const WarpKernels QUINCE_KERNEL_TABLE = {QUINCE_KERNEL_NAME, WarpRow, SampleRow};

@@ -253,6 +253,24 @@ TEST_F(Warp, ANewPictureHasNothingPushedAndTheOldBrush) {
     EXPECT_TRUE(field.Deform(30, 30, 20, 30, CWarpField::Move));
 }
 
+TEST_F(Warp, DeferredStepsLeaveTheOutputUntilTheyAreSettled) {
+    const Bitmap picture = TestPictures::Noise(300, 200, 1);
+    CWarpField field;
+    field.Settle();
+    field.SetImage(&picture, nullptr);
+    field.SetRadius(50);
+    field.SetAmount(1.0);
+    EXPECT_TRUE(field.DeformLater(150, 100, 130, 100, CWarpField::Move));
+    EXPECT_TRUE(field.Output() == picture);
+    EXPECT_NE(field.FieldAt(150, 100)[0], 0.0f);
+    field.Settle();
+    EXPECT_FALSE(field.Output() == picture);
+    field.DeformLater(160, 100, 150, 100, CWarpField::Move);
+    EXPECT_TRUE(field.SetImage(&picture, nullptr)) << "a new picture forgets what waits";
+    field.Settle();
+    EXPECT_TRUE(IsUntouched(field));
+}
+
 TEST_F(Warp, TheCallersPictureIsNeverWritten) {
     Bitmap picture = TestPictures::Noise(90, 80, 1);
     const Bitmap before = picture.Clone();
@@ -286,6 +304,37 @@ TEST_F(Warp, TheFieldIsReadBetweenItsPixels) {
                     0.5 * (0.75 * pair(127, 128)[0] + 0.25 * pair(128, 128)[0]),
                 1e-6);
     EXPECT_NE(dx, 0.0);
+}
+
+// Deferred or not, and with other steps in between: once settled there is no difference, whatever is pushed over the
+// border, where pixels lose what they point to and keep the colour that they had.
+TEST_P(EveryWarpMode, StepsThatAreSampledLaterGiveTheSameBytes) {
+    for (int set = 0; set < KernelSetCount(); ++set) {
+        SelectKernelSet(set);
+        std::mt19937 random(40 + GetParam());
+        const auto within = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+        const Bitmap picture = TestPictures::Noise(311, 277, 5);
+        CWarpField later, atOnce;
+        later.SetImage(&picture, nullptr);
+        atOnce.SetImage(&picture, nullptr);
+        for (int act = 1; act <= 120; ++act) {
+            const int radius = 3 + within(90), x = within(311), y = within(277);
+            const int toX = std::clamp(x + within(121) - 40, 0, 310), toY = std::clamp(y + within(121) - 40, 0, 276);
+            for (CWarpField* const field : {&later, &atOnce}) {
+                field->SetRadius(radius);
+                field->SetAmount(1.0);
+            }
+            const int mode = act % 2 ? GetParam() : CWarpField::Move;
+            atOnce.Deform(toX, toY, x, y, mode);
+            if (act % 11 == 0)
+                later.Deform(toX, toY, x, y, mode);
+            else
+                later.DeformLater(toX, toY, x, y, mode);
+            if (act % 30 != 0) continue;
+            later.Settle();
+            ASSERT_TRUE(later.Output() == atOnce.Output()) << WarpKernelsInUse().name << ", act " << act;
+        }
+    }
 }
 
 // Random drags, clicks, brushes and new pictures: whatever is done, both stay the same.

@@ -160,6 +160,58 @@ TEST(WarpQueue, WhatTheWorkThrowsComesOutOfTheWait) {
     EXPECT_EQ(worked, 4);
 }
 
+TEST(WarpQueue, RestsOnceWhenNothingIsLeft) {
+    std::vector<int> acts;
+    constexpr int rest = -1;
+    WarpQueue queue([&](const WarpEntry& entry) { acts.push_back(entry.x1); }, [&] { acts.push_back(rest); });
+    for (int i = 0; i < 3; ++i) queue.Add(Entry(i));
+    queue.Release();
+    queue.Wait({});
+    EXPECT_EQ(acts, (std::vector<int>{0, 1, 2, rest}));
+    queue.Release();
+    queue.Wait({});
+    EXPECT_EQ(acts.size(), 4u) << "without work there is nothing to rest from";
+}
+
+TEST(WarpQueue, RestsAlsoWhenItWasStopped) {
+    Gate gate;
+    std::atomic<int> worked{0}, rests{0}, workedAtRest{0};
+    WarpQueue queue(
+        [&](const WarpEntry&) {
+            gate.Pass();
+            ++worked;
+        },
+        [&] {
+            ++rests;
+            workedAtRest = worked.load();
+        });
+    for (int i = 0; i < 50; ++i) queue.Add(Entry(i));
+    queue.Release();
+    gate.AwaitComer();
+    auto clear = std::async(std::launch::async, [&] { queue.Clear(); });
+    while (queue.Size() > 1) std::this_thread::yield();
+    gate.LetThrough(1);
+    clear.get();
+    EXPECT_EQ(worked, 1);
+    EXPECT_EQ(rests, 1);
+    EXPECT_EQ(workedAtRest, 1);
+}
+
+TEST(WarpQueue, WhatTheRestThrowsComesOutOfTheWait) {
+    bool fails = true;
+    WarpQueue queue([](const WarpEntry&) {},
+                    [&] {
+                        if (fails) throw std::bad_alloc();
+                    });
+    queue.Add(Entry(1));
+    queue.Release();
+    EXPECT_THROW(queue.Wait({}), std::bad_alloc);
+    fails = false;
+    queue.Add(Entry(1));
+    queue.Release();
+    EXPECT_TRUE(queue.Wait({}));
+}
+
 TEST(WarpQueue, ClearForgetsEntriesThatWait) {
     int worked = 0;
     WarpQueue queue([&](const WarpEntry&) { ++worked; });
@@ -191,19 +243,21 @@ TEST(WarpQueue, ManyStrokesOnOneField) {
     CWarpField full, alone;
     full.SetImage(&picture, nullptr);
     alone.SetImage(&picture, nullptr);
-    const auto work = [](CWarpField& field, const WarpEntry& entry) {
+    const auto work = [](CWarpField& field, const WarpEntry& entry,
+                         bool (CWarpField::*deform)(int, int, int, int, int)) {
         field.SetRadius(entry.radius);
         field.SetAmount(entry.amount);
-        field.Deform(entry.x1, entry.y1, entry.x0, entry.y0, entry.mode);
+        (field.*deform)(entry.x1, entry.y1, entry.x0, entry.y0, entry.mode);
     };
-    WarpQueue queue([&](const WarpEntry& entry) { work(full, entry); });
+    WarpQueue queue([&](const WarpEntry& entry) { work(full, entry, &CWarpField::DeformLater); },
+                    [&] { full.Settle(); });
     for (int stroke = 0; stroke < 2000; ++stroke) {
         const bool forgotten = stroke % 97 == 50;
         for (int i = 0; i < 3; ++i) {
             const int x = 20 + (stroke * 7 + i * 5) % 120, y = 20 + (stroke * 3) % 80;
             const WarpEntry entry{x, y, x - 4, y + 1, CWarpField::Move, 5 + stroke % 20, 0.4};
             queue.Add(entry);
-            if (!forgotten) work(alone, entry);
+            if (!forgotten) work(alone, entry, &CWarpField::Deform);
         }
         if (forgotten) queue.Clear();
         queue.Release();
