@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "FineGrain.h"
+#include "PlaneBlur.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "FineGrain.h"
+#include "PlaneBlur.h"
 
 namespace {
 
@@ -53,35 +53,9 @@ void PatchMix::Fill(const PixelRect& box, Planes& out, const Pace& pace) const {
     BlurPlanes(coarse, FineSigma, pace);
     ForEachRow(out, [&](int c, int y, int width) {
         const float* const blurred = coarse.Row(c, y);
-        for (int x = 0; x < width; ++x) {
-            grain.Row(c, y)[x] -= blurred[x];
-            out.Row(c, y)[x] += CoarsePart * blurred[x];
-        }
+        const float* const whole = grain.Row(c, y);
+        for (int x = 0; x < width; ++x) out.Row(c, y)[x] += whole[x] - (1.0f - CoarsePart) * blurred[x];
     });
-    const float share = ShareOfGrain(box, out, grain, pace);
-    if (!pace.GoesOn()) return;
-    ForEachRow(out, [&](int c, int y, int width) {
-        for (int x = 0; x < width; ++x) out.Row(c, y)[x] += share * grain.Row(c, y)[x];
-    });
-}
-
-float PatchMix::ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain, const Pace& pace) const {
-    const float wanted = GrainLevel * GrainAround(m_place);
-    const Plane fineOfBase = FineLuma(base, pace), fineOfGrain = FineLuma(grain, pace);
-    if (!pace.GoesOn()) return 1.0f;
-    float share = 1.0f;
-    // The two are not quite independent: the second round corrects the first.
-    for (int round = 0; round < 2; ++round) {
-        std::vector<float> squares;
-        for (int y = 0; y < box.Height(); ++y)
-            for (int x = 0; x < box.Width(); ++x)
-                if (m_place.holes.Row(box.top + y)[box.left + x] & HoleMap::Own) {
-                    const float d = fineOfBase.Row(y)[x] + share * fineOfGrain.Row(y)[x];
-                    squares.push_back(d * d);
-                }
-        share = std::clamp(share * wanted / std::max(0.1f, std::sqrt(HeldMean(squares))), 0.5f, 2.0f);
-    }
-    return share;
 }
 
 bool PatchMix::MeanAt(int x, int y, float* mean) const {

@@ -9,9 +9,8 @@
 // What the patches together say of a hole.
 //
 // Their weighed mean has what all of them agree on: lines that run on, and the run of light. What they don't agree on
-// is chance, and a mean of it is a smear: so the finest band is taken from the best patch alone, as strong as it is in
-// the skin right round the hole, and of the coarser unevenness a part, since a blotch in the wrong place shows more
-// than one that is missing.
+// is chance, and a mean of it is a smear: so the finest band is taken from the best patch alone, and of the coarser
+// unevenness a part, since a blotch in the wrong place shows more than one that is missing.
 class PatchMix {
   public:
     // `patches` best first, at least one.
@@ -25,7 +24,6 @@ class PatchMix {
 
   private:
     void AddPatch(const Patch& patch, float share, const PixelRect& box, Planes& out) const;
-    float ShareOfGrain(const PixelRect& box, const Planes& base, const Planes& grain, const Pace& pace) const;
 
     const SpotPlace& m_place;
     const std::vector<Patch>& m_patches;

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <cstring>
 
-#include "FineGrain.h"
 #include "LightPlane.h"
 #include "Membrane.h"
 #include "PatchMix.h"
 #include "PatchSearch.h"
+#include "PlaneBlur.h"
 #include "SpotPlace.h"
 
 // A group of touching marks is filled with what lies in places whose surroundings look like its own (PatchSearch.h,
@@ -21,10 +21,14 @@
 namespace {
 
 constexpr int Colours = SpotPlace::Colours;
-constexpr int Margin = 8;                                // pixels round the hole in which patches are mixed
-constexpr int Most = 12;                                 // patches that are mixed
-constexpr float LeastEvened = 0.75f, MostEvened = 1.4f;  // times its grain that a fill gets
-constexpr float Evened = 1.15f;                          // what is added to the finest band is not all of that band
+constexpr int Margin = 8;                               // pixels round the hole in which patches are mixed
+constexpr int Most = 12;                                // patches that are mixed
+constexpr float GrainSigma = 1.5f;                      // grain is luma less its Gaussian of so many pixels
+constexpr float GrainLevel = 0.96f;                     // what is foreseen of a place is less than what is there
+constexpr float LeastEvened = 0.5f, MostEvened = 2.0f;  // times its grain that a fill gets
+constexpr float Evened = 1.15f;                         // what is added to the finest band is not all of that band
+constexpr float Ring = 3.0f;                            // pixels right round the hole whose grain it gets
+constexpr float MostSquare = 20.0f;                     // times the middle one: what is grain
 constexpr float LeastTold = 5.0f;                  // the radius from which a trace, or grain, is told from features
 constexpr float TraceReach = 0.15f;                // radii in which a trace of the spot fades
 constexpr float Faint = 3.0f, Strong = 8.0f;       // levels by which a spot is none, and surely one, beside the skin
@@ -56,6 +60,18 @@ ProgressSpan PartOf(const ProgressSpan& span, std::size_t index, std::size_t cou
         return span.start + static_cast<int>((span.end - span.start) * double(i) / double(count));
     };
     return {span.sink, at(index), at(index + 1)};
+}
+
+// The root of the mean of squares, none of which counts more than some times the middle one, so that a hair is not
+// taken for grain. Reorders; 0 for none.
+float HeldRoot(std::vector<float>& squares) {
+    if (squares.empty()) return 0.0f;
+    const auto middle = squares.begin() + static_cast<std::ptrdiff_t>(squares.size() / 2);
+    std::nth_element(squares.begin(), middle, squares.end());
+    const float most = MostSquare * *middle;
+    float sum = 0.0f;
+    for (const float square : squares) sum += std::min(square, most);
+    return std::sqrt(sum / static_cast<float>(squares.size()));
 }
 
 class Healing {
@@ -168,8 +184,8 @@ class Healing {
         });
     }
 
-    // Blending changes the finest band a little: brings it to the strength that it has around, now in the whole
-    // picture.
+    // Neither is grain alike everywhere nor does blending leave it as it was: brings it to the strength that it has
+    // right around, in the whole picture.
     void EvenGrain() {
         Planes all(Colours, m_holes.width, m_holes.height), soft(Colours, m_holes.width, m_holes.height);
         ForEachRow(all, [&](int c, int y, int width) {
@@ -180,18 +196,30 @@ class Healing {
         });
         BlurPlanes(soft, GrainSigma, m_pace);
         if (!m_pace.GoesOn()) return;
-        std::vector<float> squares;
-        for (int y = 0; y < m_holes.height; ++y)
-            for (int x = 0; x < m_holes.width; ++x)
-                if (m_holes.Row(y)[x] & HoleMap::Own) {
-                    const float d = LumaAt(all, x, y) - LumaAt(soft, x, y);
-                    squares.push_back(d * d);
-                }
-        const float is = std::sqrt(HeldMean(squares)), wanted = GrainLevel * GrainAround(m_place);
-        const float more = Evened * (std::clamp(wanted / std::max(0.1f, is), LeastEvened, MostEvened) - 1.0f);
+        const float more = MoreGrain(all, soft);
         ForEachRow(m_fill, [&](int c, int y, int width) {
             for (int x = 0; x < width; ++x) m_fill.Row(c, y)[x] += more * (all.Row(c, y)[x] - soft.Row(c, y)[x]);
         });
+    }
+
+    // What the fill's grain, which is `all` less `soft`, needs more of itself to be as strong as that of the ring right
+    // round the hole; 0 where nothing is known there.
+    float MoreGrain(const Planes& all, const Planes& soft) const {
+        std::vector<float> filled, around;
+        const PixelRect hole = m_place.hole.Moved(-m_box.left, -m_box.top);
+        const float middleX = 0.5f * static_cast<float>(hole.left + hole.right - 1),
+                    middleY = 0.5f * static_cast<float>(hole.top + hole.bottom - 1);
+        for (int y = 0; y < m_holes.height; ++y)
+            for (int x = 0; x < m_holes.width; ++x) {
+                const bool isHole = m_holes.Row(y)[x], isOwn = m_holes.Row(y)[x] & HoleMap::Own;
+                const float away = std::hypot(static_cast<float>(x) - middleX, static_cast<float>(y) - middleY);
+                if (!isOwn && (isHole || away > m_place.radius + Ring)) continue;
+                const float d = LumaAt(all, x, y) - LumaAt(soft, x, y);
+                (isOwn ? filled : around).push_back(d * d);
+            }
+        if (around.empty()) return 0.0f;
+        const float wanted = GrainLevel * HeldRoot(around), is = HeldRoot(filled);
+        return Evened * (std::clamp(wanted / std::max(0.1f, is), LeastEvened, MostEvened) - 1.0f);
     }
 
     const SpotPlace& m_place;
