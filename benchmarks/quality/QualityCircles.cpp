@@ -11,8 +11,9 @@
 namespace {
 
 constexpr int Strength = 10;
-constexpr double Pen = 0.05;  // the brush's radius in face widths
-constexpr double Rim = 0.03;  // of the lids, in face widths
+constexpr double Pen = 0.05;    // the brush's radius in face widths
+constexpr double Rim = 0.03;    // of the lids, in face widths
+constexpr double Glossy = 4.0;  // L* that a cheek is lighter for its gloss
 
 // What a user would paint: a stroke along the circle. Subjects without known circles are painted below their eyes.
 std::vector<cv::Mat1b> StrokesOf(const Subject& subject) {
@@ -67,6 +68,17 @@ Pair PairOf(const Subject& subject, const cv::Mat1b& stroke) {
     return pair;
 }
 
+// How much lighter the cheek is than the darker half of it: gloss. Its mean colour is then that of the light.
+double GlossOf(const cv::Mat3f& lab, const cv::Mat1b& cheek) {
+    cv::Mat1f light;
+    cv::extractChannel(lab, light, 0);
+    return MeanOf(lab, cheek).l - MeanOf(lab, cheek & (light <= QuantileOf(light, cheek, 0.5))).l;
+}
+
+double ColourBetween(const Lab& one, const Lab& other) {
+    return std::hypot(one.a - other.a, one.b - other.b);
+}
+
 // How steep the change is on the stroke's border, in per cent of the largest change a pixel.
 double BorderStep(const cv::Mat1f& change, const cv::Mat1b& stroke) {
     const cv::Mat1f soft = Blurred(change, 0.8);
@@ -83,7 +95,8 @@ static const QualityCase circles("dark circles", [](const Subject& subject, Qual
     const cv::Mat3f was = LabOf(subject.picture), is = LabOf(after);
     const cv::Mat1f lumaWas = LumaOf(subject.picture), lumaIs = LumaOf(after);
     const double w = subject.faceWidth, texture = std::max(0.8, 0.004 * w);
-    double light = 0.0, colour = 0.0, gapLight = 0.0, gapColour = 0.0, step = 0.0;
+    double light = 0.0, colour = 0.0, gapLight = 0.0, gapColour = 0.0, step = 0.0, gloss = 0.0;
+    double offBefore = 0.0, offNow = 0.0;  // the colour of the skin as it is without circles
     cv::Mat1b all = cv::Mat1b::zeros(subject.face.size()), inner = all.clone();
     for (const cv::Mat1b& stroke : strokes) {
         all |= stroke;
@@ -92,8 +105,14 @@ static const QualityCase circles("dark circles", [](const Subject& subject, Qual
         const Lab aim = MeanOf(was, pair.cheek), before = MeanOf(was, pair.mark), now = MeanOf(is, pair.mark);
         gapLight += std::abs(aim.l - before.l);
         light += std::abs(aim.l - now.l);
-        gapColour += std::hypot(aim.a - before.a, aim.b - before.b);
-        colour += std::hypot(aim.a - now.a, aim.b - now.b);
+        gapColour += ColourBetween(aim, before);
+        colour += ColourBetween(aim, now);
+        gloss = std::max(gloss, GlossOf(was, pair.cheek));
+        if (subject.flawless) {
+            const Lab truth = MeanOf(LabOf(subject.flawless), pair.mark);
+            offBefore += ColourBetween(truth, before);
+            offNow += ColourBetween(truth, now);
+        }
         step = std::max(step, BorderStep(lumaIs - lumaWas, stroke));
         inner |= Shrunk(stroke, 0.012 * w);
     }
@@ -109,7 +128,12 @@ static const QualityCase circles("dark circles", [](const Subject& subject, Qual
     if (gapLight > 2.0 * static_cast<double>(strokes.size()))
         figures.push_back({"L* closed", 100.0 * (1.0 - light / gapLight), " %", 60, 80});
     if (gapColour > 2.0 * static_cast<double>(strokes.size()))
-        figures.push_back({"a*, b* closed", 100.0 * (1.0 - colour / gapColour), " %", 55, 85});
+        figures.push_back({"a*, b* closed", 100.0 * (1.0 - colour / gapColour), " %",
+                           gloss < Glossy ? 55 : -Figure::None, gloss < Glossy ? 85 : Figure::None});
+    // The way to a glossy cheek leads to grey: there the skin has to come nearer to what it is without circles.
+    if (subject.flawless)
+        figures.push_back({"a*, b* off", offNow / static_cast<double>(strokes.size()), "", -Figure::None,
+                           gloss < Glossy ? Figure::None : offBefore / static_cast<double>(strokes.size()), 1});
     report.Add(subject, "dark circles", QualityReport::Own, std::move(figures));
     report.Crop(subject, "dark-circles", after, subject.Around(0.5, 0.45, 0.95, 0.6));
 });

@@ -178,7 +178,6 @@ Subject PaintedSubject(int width, const PortraitLook& look, const std::string& n
     Subject subject = WithRegions(Painted(width, look), name, QJsonDocument::fromJson(truth).object());
     PortraitLook flawless = look;
     flawless.flaws = false;
-    // It takes as long as the picture, and one skin is enough to judge by.
-    if (look.flaws && look.skin == PortraitLook::Skin::Fair) subject.flawless = Painted(width, flawless);
+    if (look.flaws) subject.flawless = Painted(width, flawless);
     return subject;
 }

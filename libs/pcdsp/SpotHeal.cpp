@@ -34,26 +34,6 @@ constexpr float TraceReach = 0.15f;                // radii in which a trace of 
 constexpr float Faint = 3.0f, Strong = 8.0f;       // levels by which a spot is none, and surely one, beside the skin
 constexpr float SureTrace = 0.6f, NoTrace = 0.9f;  // parts of the spot itself: more than that is no trace of a spot
 
-bool IsMarked(const std::uint8_t* mask, std::uint32_t colour) {
-    std::uint32_t value;
-    std::memcpy(&value, mask, sizeof value);
-    return value == colour;
-}
-
-std::vector<MarkRun> RunsOf(const std::uint8_t* mask, int width, std::uint32_t colour, const PixelRect& marks) {
-    std::vector<MarkRun> runs;
-    for (int y = marks.top; y < marks.bottom; ++y) {
-        const std::uint8_t* const row = mask + std::ptrdiff_t{4} * width * y;
-        for (int x = marks.left; x < marks.right; ++x) {
-            if (!IsMarked(row + std::ptrdiff_t{4} * x, colour)) continue;
-            const int left = x;
-            while (x < marks.right && IsMarked(row + std::ptrdiff_t{4} * x, colour)) ++x;
-            runs.push_back({y, left, x});
-        }
-    }
-    return runs;
-}
-
 // The span of one group of several.
 ProgressSpan PartOf(const ProgressSpan& span, std::size_t index, std::size_t count) {
     const auto at = [&](std::size_t i) {
@@ -234,7 +214,11 @@ class Healing {
 
 bool HealSpots(std::uint8_t* pixels, int width, int height, const std::uint8_t* mask, std::uint32_t colour,
                const PixelRect& marks, const ProgressSpan& span) {
-    const std::vector<MarkRun> runs = RunsOf(mask, width, colour, marks);
+    const std::vector<MarkRun> runs = RunsOf(marks, [&](int x, int y) {
+        std::uint32_t value;
+        std::memcpy(&value, mask + 4 * (std::ptrdiff_t{width} * y + x), sizeof value);
+        return value == colour;
+    });
     const std::vector<MarkGroup> groups = GroupsOf(runs);
     const Pace pace(span);
     for (std::size_t i = 0; i < groups.size(); ++i) {

@@ -149,6 +149,22 @@ TEST(DarkCircles, DarkSkinKeepsItsHueAndChroma) {
     EXPECT_LT(std::abs(std::remainder(HueOf(now) - HueOf(cheek), 360.0)), 6.0);
 }
 
+// Gloss is as grey as the light: the skin above takes on the cheek's light, and the colour of what shines less.
+TEST(DarkCircles, DarkSkinTakesNoGreyFromAGlossyCheek) {
+    Bitmap picture = Shadowed(3, 112, 72, 52);
+    for (int y = 138; y < 200; ++y)
+        for (int x = 0; x < Width; ++x) {
+            const std::uint8_t* p = picture.Row(y) + 4 * x;
+            const int gloss = (x / 24 + y / 16) % 2 ? 34 : 0;
+            SetPixel(picture, x, y, p[2] + gloss, p[1] + gloss, p[0] + gloss);
+        }
+    const Lab before = MeanIn(picture, 90, 80, 230, 120), cheek = MeanIn(picture, 90, 145, 230, 165),
+              bare = MeanIn(picture, 90, 220, 230, 250), now = MeanIn(Lightened(picture, 10), 90, 80, 230, 120);
+    EXPECT_GT(now.l, before.l + 0.5 * (cheek.l - before.l));
+    EXPECT_LT(ChromaOf(cheek) / cheek.l, 0.85 * ChromaOf(bare) / bare.l) << "the cheek is greyer than the skin";
+    EXPECT_GT(ChromaOf(now) / now.l, 0.92 * ChromaOf(bare) / bare.l);
+}
+
 TEST(DarkCircles, AMarkAtThePicturesFootGoesByTheSkinAround) {
     Bitmap picture = Skin(Width, 100, 3), mask(Width, 100);
     MarkBox(mask, {100, 60, 220, 100});
