@@ -22,3 +22,7 @@ copy 'warp slim-fair' warp-slim
 copy 'warp slim grid-fair' warp-slim-grid
 copy 'warp eyes-fair' warp-eyes
 copy 'warp eyes grid-fair' warp-eyes-grid
+copy 'spots painted-fair' spots-fair
+copy 'dark-circles-fair' dark-circles-fair
+copy 'dark-circles-deep' dark-circles-deep
+copy 'red eye x1.00-fair' red-eye-fair

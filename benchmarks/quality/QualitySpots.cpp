@@ -64,9 +64,9 @@ void AddBlemish(cv::Mat3b& picture, const Spot& spot) {
         }
 }
 
-using Healer = cv::Mat3b (*)(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot);
+using Healer = cv::Mat3b (*)(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot, const cv::Mat3b& truth);
 
-cv::Mat3b Ours(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot) {
+cv::Mat3b Ours(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot, const cv::Mat3b&) {
     Bitmap bitmap = BitmapOf(picture), marks(picture.cols, picture.rows);
     std::uint8_t* to = marks.MutablePixels();
     for (int y = 0; y < mask.rows; ++y)
@@ -90,7 +90,7 @@ cv::Mat3b Inpainted(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot&
 }
 
 // The patch among the neighbours whose border is most like the spot's own, cloned by OpenCV.
-cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot) {
+cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot, const cv::Mat3b&) {
     const cv::Rect whole({}, picture.size()), box = spot.Box(1.0 + 8.0 / spot.radius);
     const cv::Mat1b rim = Grown(mask(box), 3.0) & ~mask(box);
     const int reach = static_cast<int>(4 * spot.radius);
@@ -115,17 +115,38 @@ cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& sp
     return kept;
 }
 
+// What no filling is better than: it knows all of the truth but the finest band, and has that from beside the spot, as
+// strong as it is here.
+cv::Mat3b AllButGrain(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot, const cv::Mat3b& truth) {
+    const cv::Rect whole({}, picture.size()), box = spot.Box(1.0);
+    cv::Rect beside = box + cv::Point(3 * spot.radius, 0);
+    if ((beside & whole) != beside) beside = box - cv::Point(3 * spot.radius, 0);
+    if ((beside & whole) != beside) return picture.clone();
+    const cv::Mat1b disc = mask(box);
+    cv::Mat3f exact, coarse;
+    truth.convertTo(exact, CV_32F);
+    cv::GaussianBlur(exact, coarse, cv::Size(), Fine);
+    const cv::Mat3f fine = exact - coarse;
+    const double strength =
+        cv::norm(fine(box), cv::NORM_L2, disc) / std::max(1e-6, cv::norm(fine(beside), cv::NORM_L2, disc));
+    cv::Mat3b filled, out = picture.clone();
+    cv::Mat3f(coarse(box) + strength * fine(beside)).convertTo(filled, CV_8U);
+    filled.copyTo(out(box), disc);
+    return out;
+}
+
 struct Maker {
     const char* name;
     Healer heal;
 };
 const Maker Makers[] = {
     {QualityReport::Own, Ours},
-    {"OpenCV Telea",
-     [](const cv::Mat3b& p, const cv::Mat1b& m, const Spot& s) { return Inpainted(p, m, s, cv::INPAINT_TELEA); }},
-    {"OpenCV Navier-Stokes",
-     [](const cv::Mat3b& p, const cv::Mat1b& m, const Spot& s) { return Inpainted(p, m, s, cv::INPAINT_NS); }},
+    {"OpenCV Telea", [](const cv::Mat3b& p, const cv::Mat1b& m, const Spot& s,
+                        const cv::Mat3b&) { return Inpainted(p, m, s, cv::INPAINT_TELEA); }},
+    {"OpenCV Navier-Stokes", [](const cv::Mat3b& p, const cv::Mat1b& m, const Spot& s,
+                                const cv::Mat3b&) { return Inpainted(p, m, s, cv::INPAINT_NS); }},
     {"OpenCV seamlessClone", Cloned},
+    {"all but the grain", AllButGrain},
 };
 
 struct Judged {
@@ -171,7 +192,7 @@ void Report(const Subject& subject, const std::string& name, const cv::Mat3b& tr
         results.emplace_back();
         for (const Spot& spot : spots) {
             const cv::Mat1b mask = MaskOf(before.size(), spot);
-            const cv::Mat3b after = maker.heal(before, mask, spot);
+            const cv::Mat3b after = maker.heal(before, mask, spot, truth);
             results.back().push_back(Judge(truth, before, after, mask, spot));
             if (&maker == Makers) after.copyTo(healed, mask);
         }
