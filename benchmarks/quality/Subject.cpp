@@ -178,6 +178,7 @@ Subject PaintedSubject(int width, const PortraitLook& look, const std::string& n
     Subject subject = WithRegions(Painted(width, look), name, QJsonDocument::fromJson(truth).object());
     PortraitLook flawless = look;
     flawless.flaws = false;
+    subject.isSample = look.skin == PortraitLook::Skin::Fair;
     if (look.flaws) subject.flawless = Painted(width, flawless);
     return subject;
 }

@@ -33,6 +33,7 @@ struct Subject {
     std::vector<Disc> redPupils;
     std::vector<cv::Mat1b> circles;  // dark circles, one for each eye
     Bitmap flawless;
+    bool isSample = false;  // the portrait in the skin in which it is shipped
 
     // A part of the picture in face widths about a point of the face's box (0 to 1 both ways), for crops.
     cv::Rect Around(double x, double y, double width, double height) const;
