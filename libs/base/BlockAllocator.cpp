@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BlockAllocator.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -17,7 +18,7 @@ constexpr std::size_t HugePage = std::size_t{2} << 20;
 // Below this the C library's own allocator is as good: its pages stay mapped.
 constexpr std::size_t LargeBlock = HugePage / 2;
 
-bool (*g_guard)(std::size_t bytes) = nullptr;
+std::atomic<bool (*)(std::size_t bytes)> g_guard{nullptr};
 
 std::size_t RoundUp(std::size_t bytes, std::size_t unit) {
     if (bytes > SIZE_MAX - unit) throw std::bad_alloc();
@@ -78,7 +79,8 @@ std::uint8_t* WithHeader(std::uint8_t* base, std::size_t blockBytes) {
 }  // namespace
 
 std::uint8_t* Take(std::size_t bytes) {
-    if (g_guard && !g_guard(bytes)) throw std::bad_alloc();
+    const auto mayTake = g_guard.load(std::memory_order_relaxed);
+    if (mayTake && !mayTake(bytes)) throw std::bad_alloc();
     if (bytes < LargeBlock) return TakeFresh(RoundUp(bytes ? bytes : 1, 64), 64);
     const std::size_t rounded = RoundUp(RoundUp(bytes, 64) + HeaderBytes, HugePage);
     std::size_t blockBytes = rounded;

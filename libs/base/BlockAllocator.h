@@ -18,7 +18,7 @@ void Give(std::uint8_t* block, std::size_t bytes) noexcept;
 // Returns kept blocks to the system, for when a picture is closed.
 void Trim() noexcept;
 
-// For tests: asked before each block is given; its false is want of memory. Null asks nobody. Not while blocks
+// For tests: asked before each block is given; its false is want of memory. Null asks nobody. May come while blocks
 // are taken on other threads.
 void SetGuard(bool (*mayTake)(std::size_t bytes));
 
