@@ -93,6 +93,7 @@ static const QualityCase circles("dark circles", [](const Subject& subject, Qual
     if (strokes.empty()) return;
     const Bitmap after = Lightened(subject, strokes, Strength);
     const cv::Mat3f was = LabOf(subject.picture), is = LabOf(after);
+    const cv::Mat3f flawless = subject.flawless ? LabOf(subject.flawless) : cv::Mat3f();
     const cv::Mat1f lumaWas = LumaOf(subject.picture), lumaIs = LumaOf(after);
     const double w = subject.faceWidth, texture = std::max(0.8, 0.004 * w);
     double light = 0.0, colour = 0.0, gapLight = 0.0, gapColour = 0.0, step = 0.0, gloss = 0.0;
@@ -109,7 +110,7 @@ static const QualityCase circles("dark circles", [](const Subject& subject, Qual
         colour += ColourBetween(aim, now);
         gloss = std::max(gloss, GlossOf(was, pair.cheek));
         if (subject.flawless) {
-            const Lab truth = MeanOf(LabOf(subject.flawless), pair.mark);
+            const Lab truth = MeanOf(flawless, pair.mark);
             offBefore += ColourBetween(truth, before);
             offNow += ColourBetween(truth, now);
         }

@@ -118,20 +118,24 @@ cv::Mat3b Cloned(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& sp
 // What no filling is better than: it knows all of the truth but the finest band, and has that from beside the spot, as
 // strong as it is here.
 cv::Mat3b AllButGrain(const cv::Mat3b& picture, const cv::Mat1b& mask, const Spot& spot, const cv::Mat3b& truth) {
-    const cv::Rect whole({}, picture.size()), box = spot.Box(1.0);
-    cv::Rect beside = box + cv::Point(3 * spot.radius, 0);
+    const cv::Rect whole({}, picture.size());
+    cv::Rect box = spot.Box(1.0), beside = box + cv::Point(3 * spot.radius, 0);
     if ((beside & whole) != beside) beside = box - cv::Point(3 * spot.radius, 0);
     if ((beside & whole) != beside) return picture.clone();
     const cv::Mat1b disc = mask(box);
+    // On a cut-out, as large as both and the reach of the Gaussian.
+    const cv::Rect part = ((box | beside) + cv::Size(24, 24) - cv::Point(12, 12)) & whole;
+    box -= part.tl();
+    beside -= part.tl();
     cv::Mat3f exact, coarse;
-    truth.convertTo(exact, CV_32F);
+    truth(part).convertTo(exact, CV_32F);
     cv::GaussianBlur(exact, coarse, cv::Size(), Fine);
     const cv::Mat3f fine = exact - coarse;
     const double strength =
         cv::norm(fine(box), cv::NORM_L2, disc) / std::max(1e-6, cv::norm(fine(beside), cv::NORM_L2, disc));
     cv::Mat3b filled, out = picture.clone();
     cv::Mat3f(coarse(box) + strength * fine(beside)).convertTo(filled, CV_8U);
-    filled.copyTo(out(box), disc);
+    filled.copyTo(out(box + part.tl()), disc);
     return out;
 }
 

@@ -76,8 +76,7 @@ struct CheekSums {
 
 CircleSkin::CircleSkin(const std::uint8_t* pixels, int width, const PixelRect& area, const MarkGroup& group, int factor,
                        const Pace& pace)
-    : m_area(area),
-      m_factor(factor),
+    : m_factor(factor),
       m_markedColumns(std::max(1, group.box.Width() / factor)),
       m_cells(Colours, (area.Width() + factor - 1) / factor, (area.Height() + factor - 1) / factor),
       m_low(Colours, m_cells.Width(), m_cells.Height()),
@@ -102,7 +101,7 @@ CircleSkin::CircleSkin(const std::uint8_t* pixels, int width, const PixelRect& a
     const float per = 1.0f / static_cast<float>(factor * factor);
     for (const MarkRun& run : group.runs)
         for (int x = run.left; x < run.right; ++x)
-            m_marked[std::size_t(m_cells.Width()) * ((run.y - area.top) / factor) + (x - area.left) / factor] += per;
+            m_marked[IndexOf((x - area.left) / factor, (run.y - area.top) / factor)] += per;
 }
 
 // The mark, and what lies below it as far as the cheek is looked at.

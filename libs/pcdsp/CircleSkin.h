@@ -58,7 +58,6 @@ class CircleSkin {
     void SmoothSkin(float sigma, const Pace& pace);
     bool FindCheek(float thickness);
 
-    PixelRect m_area;
     int m_factor, m_markedColumns;
     Planes m_cells, m_low;
     std::vector<std::uint8_t> m_skin;  // the mark and the cheek below it
